@@ -1,0 +1,7 @@
+#include "VirtualClock.h"
+
+VirtualClock& VirtualClock::shared()
+{
+    static auto* clock = new VirtualClock();
+    return *clock;
+}

@@ -1,0 +1,3 @@
+#include "CALayer.h"
+
+OBJC_IMPLEMENT_CLASS(CALayer, NSObject) { }

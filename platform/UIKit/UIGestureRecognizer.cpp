@@ -1,0 +1,3 @@
+#include "UIGestureRecognizer.h"
+
+OBJC_IMPLEMENT_CLASS(UIGestureRecognizer, NSObject) { }

@@ -1,0 +1,3 @@
+#include "UIWindow.h"
+
+OBJC_IMPLEMENT_CLASS(UIWindow, UIView) { c.allocatable(); }

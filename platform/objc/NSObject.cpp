@@ -1,0 +1,42 @@
+#include "NSObject.h"
+
+#include "ClassBuilder.h"
+#include "Runtime.h"
+
+#include <cstdio>
+
+NSObject::~NSObject() = default;
+
+objc::Class* NSObject::classObject()
+{
+    static objc::Class* cls = [] {
+        auto* meta = new objc::Class("NSObject", nullptr, nullptr, true);
+        auto* cls = new objc::Class("NSObject", nullptr, meta, false);
+        // As in Objective-C, the root metaclass inherits from the root class,
+        // so class objects answer the root's instance methods too.
+        meta->setSuperclass(cls);
+        objc::Runtime::shared().registerClass(cls);
+        objc::ClassBuilder<NSObject> builder(cls);
+        builder.template method<&NSObject::description>("description");
+        builder.template method<&NSObject::respondsToSelector>("respondsToSelector:");
+        return cls;
+    }();
+    return cls;
+}
+
+objc::Class* NSObject::isa() const { return classObject(); }
+
+const char* NSObject::className() const { return isa()->name().c_str(); }
+
+bool NSObject::isKindOfClass(const objc::Class* cls) const { return cls && isa()->isSubclassOf(cls); }
+
+bool NSObject::isMemberOfClass(const objc::Class* cls) const { return cls && isa() == cls; }
+
+bool NSObject::respondsToSelector(objc::SEL sel) const { return isa()->lookupMethod(sel) != nullptr; }
+
+std::string NSObject::description() const
+{
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, ": %p>", static_cast<const void*>(this));
+    return std::string("<") + className() + buffer;
+}

@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Sets up, builds and runs every test: the normal build, then the whole suite
+# again under AddressSanitizer and UndefinedBehaviorSanitizer (built with
+# clang, which also builds the fuzzing harnesses for a short run each).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/setup.sh
+jobs=$(nproc)
+
+echo "== build"
+scripts/build.sh build
+echo "== tests"
+ctest --test-dir build --output-on-failure -j "$jobs"
+
+echo "== build (address and undefined-behaviour sanitizers)"
+CC=clang CXX=clang++ scripts/build.sh build-asan -DKV_SANITIZE=ON -DKV_FUZZ=ON -DCMAKE_BUILD_TYPE=Debug
+echo "== tests (sanitizers)"
+ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+  ctest --test-dir build-asan --output-on-failure -j "$jobs"
