@@ -34,6 +34,8 @@ void Runtime::hideIvar(std::string className, std::string ivarName)
         cls->removeIvar(ivarName);
 }
 
+void Runtime::recordHook(const Class* cls, SEL sel) { m_installedHooks.emplace_back(cls->name(), sel_getName(sel)); }
+
 void Runtime::log(const std::string& line) const
 {
     if (m_logSink)
@@ -111,6 +113,7 @@ void MSHookMessageEx(Class* cls, SEL sel, IMP replacement, IMP* original, const 
 {
     if (!cls || !sel || !replacement)
         return;
+    Runtime::shared().recordHook(cls, sel);
     if (Method* own = cls->ownMethod(sel)) {
         if (own->signature && *own->signature != signature)
             signatureMismatch(cls, sel, *own->signature, signature);

@@ -34,12 +34,17 @@ public:
     void setLogSink(LogSink sink) { m_logSink = std::move(sink); }
     void log(const std::string& line) const;
 
+    // Every method replaced through MSHookMessageEx, in order: (class, selector).
+    const std::vector<std::pair<std::string, std::string>>& installedHooks() const { return m_installedHooks; }
+    void recordHook(const Class*, SEL);
+
 private:
     Runtime() = default;
     std::unordered_map<std::string, Class*> m_classes;
     std::vector<Class*> m_order;
     std::unordered_set<std::string> m_hiddenClasses;
     LogSink m_logSink;
+    std::vector<std::pair<std::string, std::string>> m_installedHooks;
 };
 
 // What a message raises when its receiver does not recognise it. Only code
