@@ -96,9 +96,13 @@ void NSRunLoop::runUntil(double monotonicTime)
         m_heap.pop_back();
         clock.advanceMonotonicTo(event.time);
         fire(event);
+        for (size_t i = 0; i < m_afterEventObservers.size(); ++i)
+            m_afterEventObservers[i]();
     }
     clock.advanceMonotonicTo(monotonicTime);
 }
+
+void NSRunLoop::addAfterEventObserver(std::function<void()> observer) { m_afterEventObservers.push_back(std::move(observer)); }
 
 void NSRunLoop::advance(double seconds) { runUntil(VirtualClock::shared().monotonic() + std::max(0.0, seconds)); }
 

@@ -38,6 +38,11 @@ public:
     // The time of the next event, or infinity.
     double nextEventTime() const;
 
+    // Work to run after every event the loop fires, in the order added: UIKit
+    // uses it to lay out the views that asked for it, as at the end of a
+    // turn of the phone's run loop.
+    void addAfterEventObserver(std::function<void()>);
+
 private:
     struct Event {
         double time;
@@ -59,4 +64,5 @@ private:
     std::vector<std::pair<uint64_t, std::function<void()>>> m_work; // token -> one-shot work
     uint64_t m_nextSequence { 1 };
     uint64_t m_fired { 0 };
+    std::vector<std::function<void()>> m_afterEventObservers;
 };
