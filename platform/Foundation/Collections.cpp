@@ -2,6 +2,7 @@
 #include "NSArray.h"
 #include "NSData.h"
 #include "NSDictionary.h"
+#include "NSError.h"
 
 OBJC_IMPLEMENT_CLASS(NSArray, NSObject)
 {
@@ -16,3 +17,9 @@ OBJC_IMPLEMENT_CLASS(NSDictionary, NSObject)
 }
 
 OBJC_IMPLEMENT_CLASS(NSData, NSObject) { c.method<&NSData::length>("length"); }
+
+OBJC_IMPLEMENT_CLASS(NSError, NSObject)
+{
+    c.method<&NSError::code>("code");
+    c.method<&NSError::localizedDescription>("localizedDescription");
+}

@@ -11,6 +11,9 @@ class NSDictionary final : public NSObject {
 public:
     NSDictionary() = default;
     static RefPtr<NSDictionary> create() { return make<NSDictionary>(); }
+    // The dictionary in a property-list file at a device path; null when the
+    // file is missing, unreadable, not a property list or not a dictionary.
+    static RefPtr<NSDictionary> dictionaryWithContentsOfFile(const std::string& path);
 
     size_t count() const { return m_entries.size(); }
     StrongId objectForKey(const std::string& key) const

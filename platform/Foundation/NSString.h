@@ -2,6 +2,7 @@
 
 #include <objc/objc.h>
 
+#include <cstdarg>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,8 @@ public:
     static RefPtr<NSString> stringWithFormat(const char* format, ...);
     static std::string format(const char* format, ...);
     static std::string vformat(const char* format, va_list);
+    // The UTF-8 text of a file at a device path; null when it cannot be read.
+    static RefPtr<NSString> stringWithContentsOfFile(const std::string& path);
 
     const std::string& string() const { return m_value; }
     size_t length() const; // in UTF-16 code units, as NSString counts
