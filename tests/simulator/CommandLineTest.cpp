@@ -1,0 +1,63 @@
+#include <CommandLine.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+using namespace sim;
+
+namespace {
+
+CommandLine parse(std::vector<std::string> arguments) { return CommandLine::parse(arguments); }
+
+}
+
+TEST(CommandLine, DefaultsPlayTheDemoIntoKavelinOut)
+{
+    CommandLine commandLine = parse({});
+    ASSERT_TRUE(commandLine.isValid());
+    EXPECT_FALSE(commandLine.options().scenario);
+    EXPECT_EQ(commandLine.options().outputDirectory, "./kavelin-out");
+    EXPECT_FALSE(commandLine.options().rootDirectory);
+    EXPECT_FALSE(commandLine.options().help);
+}
+
+TEST(CommandLine, ReadsTheScenarioAndBothFolderOptionsInAnyOrder)
+{
+    CommandLine spaced = parse({ "--out", "/tmp/o", "day.scenario", "--root", "/tmp/r" });
+    ASSERT_TRUE(spaced.isValid()) << spaced.error();
+    EXPECT_EQ(spaced.options().scenario, "day.scenario");
+    EXPECT_EQ(spaced.options().outputDirectory, "/tmp/o");
+    EXPECT_EQ(spaced.options().rootDirectory, "/tmp/r");
+
+    CommandLine joined = parse({ "-", "--out=o", "--root=r" });
+    ASSERT_TRUE(joined.isValid());
+    EXPECT_EQ(joined.options().scenario, "-");
+    EXPECT_EQ(joined.options().outputDirectory, "o");
+
+    CommandLine dashed = parse({ "--", "-odd-name" });
+    ASSERT_TRUE(dashed.isValid());
+    EXPECT_EQ(dashed.options().scenario, "-odd-name");
+
+    CommandLine argv = CommandLine::parse(3, std::array<const char*, 3> { "kavelin-sim", "--help", nullptr }.data());
+    EXPECT_TRUE(argv.options().help);
+}
+
+TEST(CommandLine, UsageMistakesAreErrors)
+{
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        { { "--verbose" }, "unknown option '--verbose'" },
+        { { "--outdir=x" }, "unknown option '--outdir'" },
+        { { "-x" }, "unknown option '-x'" },
+        { { "--out" }, "option '--out' needs a folder" },
+        { { "--root=" }, "option '--root' needs a folder" },
+        { { "--out", "a", "--out", "b" }, "option '--out' is given twice" },
+        { { "a.scenario", "b.scenario" }, "more than one scenario: 'a.scenario' and 'b.scenario'" },
+    };
+    for (const auto& [arguments, message] : cases) {
+        CommandLine commandLine = parse(arguments);
+        EXPECT_FALSE(commandLine.isValid()) << arguments[0];
+        EXPECT_EQ(commandLine.error(), message);
+    }
+    EXPECT_NE(CommandLine::usage().find("usage: kavelin-sim [SCENARIO] [--out DIR] [--root DIR]"), std::string::npos);
+}
