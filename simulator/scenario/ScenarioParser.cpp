@@ -1,6 +1,6 @@
 #include "ScenarioParser.h"
 
-#include "ScenarioLexer.h"
+#include "ScenarioLineReader.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -14,8 +14,7 @@ namespace sim {
 
 namespace {
 
-class LineReader;
-using ParseFunction = void (*)(LineReader&, Command&);
+using ParseFunction = void (*)(ScenarioLineReader&, Command&);
 
 struct CommandForm {
     std::string_view name;
@@ -23,416 +22,6 @@ struct CommandForm {
     std::string_view usage;
     std::vector<std::string_view> options;
     ParseFunction parse;
-};
-
-template<typename Names>
-std::string joined(const Names& names)
-{
-    std::string text;
-    for (std::string_view name : names) {
-        if (!text.empty())
-            text += ", ";
-        text += name;
-    }
-    return text;
-}
-
-size_t editDistance(std::string_view a, std::string_view b)
-{
-    if (a.size() > 64 || b.size() > 64)
-        return SIZE_MAX;
-    std::vector<size_t> previous(b.size() + 1), current(b.size() + 1);
-    for (size_t j = 0; j <= b.size(); ++j)
-        previous[j] = j;
-    for (size_t i = 1; i <= a.size(); ++i) {
-        current[0] = i;
-        for (size_t j = 1; j <= b.size(); ++j)
-            current[j] = std::min({ previous[j] + 1, current[j - 1] + 1, previous[j - 1] + (a[i - 1] != b[j - 1]) });
-        std::swap(previous, current);
-    }
-    return previous[b.size()];
-}
-
-// ", did you mean 'tap'?" when one of `names` is a likely typo of `word`.
-template<typename Names>
-std::string suggestion(std::string_view word, const Names& names)
-{
-    auto commonPrefix = [&](std::string_view name) {
-        return std::mismatch(word.begin(), word.end(), name.begin(), name.end()).first - word.begin();
-    };
-    std::string_view best;
-    size_t bestDistance = 3;
-    for (std::string_view name : names) {
-        size_t distance = editDistance(word, name);
-        if (distance >= word.size())
-            continue;
-        // Among equally close names, the one that starts like the word wins: "tapp" is "tap", not "app".
-        if (distance < bestDistance || (distance == bestDistance && !best.empty() && commonPrefix(name) > commonPrefix(best))) {
-            best = name;
-            bestDistance = distance;
-        }
-    }
-    return best.empty() ? std::string() : ", did you mean '" + std::string(best) + "'?";
-}
-
-// A word as it appears in a message: cut short, and never cut inside a
-// UTF-8 sequence.
-std::string shown(std::string_view text)
-{
-    constexpr size_t limit = 60;
-    if (text.size() <= limit)
-        return std::string(text);
-    size_t cut = limit;
-    while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xc0) == 0x80)
-        --cut;
-    return std::string(text.substr(0, cut)) + "...";
-}
-
-bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool isAsciiDigit(char c) { return c >= '0' && c <= '9'; }
-
-bool isIdentifier(std::string_view text)
-{
-    if (text.empty() || !(isAsciiLetter(text[0]) || text[0] == '_'))
-        return false;
-    return std::all_of(text.begin(), text.end(), [](char c) { return isAsciiLetter(c) || isAsciiDigit(c) || c == '_'; });
-}
-
-// Splits `text` at `separator`; false when a part is empty or fails `valid`.
-template<typename Valid>
-bool partsAreValid(std::string_view text, char separator, Valid valid)
-{
-    if (text.empty())
-        return false;
-    size_t start = 0;
-    while (true) {
-        size_t end = text.find(separator, start);
-        std::string_view part = text.substr(start, end == std::string_view::npos ? std::string_view::npos : end - start);
-        if (part.empty() || !valid(part))
-            return false;
-        if (end == std::string_view::npos)
-            return true;
-        start = end + 1;
-    }
-}
-
-bool isVersion(std::string_view text)
-{
-    return std::count(text.begin(), text.end(), '.') <= 3
-        && partsAreValid(text, '.', [](std::string_view part) { return part.size() <= 4 && std::all_of(part.begin(), part.end(), isAsciiDigit); });
-}
-
-bool isLocaleIdentifier(std::string_view text)
-{
-    size_t language = 0;
-    while (language < text.size() && isAsciiLetter(text[language]))
-        ++language;
-    if (language < 2 || language > 3)
-        return false;
-    if (language == text.size())
-        return true;
-    std::string rest(text.substr(language + 1));
-    std::replace(rest.begin(), rest.end(), '-', '_');
-    return (text[language] == '_' || text[language] == '-')
-        && partsAreValid(rest, '_', [](std::string_view part) {
-               return part.size() <= 8 && std::all_of(part.begin(), part.end(), [](char c) { return isAsciiLetter(c) || isAsciiDigit(c); });
-           });
-}
-
-bool isTimeZoneName(std::string_view text)
-{
-    return !text.empty() && isAsciiLetter(text[0]) && partsAreValid(text, '/', [](std::string_view part) {
-        return part != "." && part != ".." && std::all_of(part.begin(), part.end(), [](char c) {
-            return isAsciiLetter(c) || isAsciiDigit(c) || c == '_' || c == '-' || c == '+';
-        });
-    });
-}
-
-bool isBundleIdentifier(std::string_view text)
-{
-    return partsAreValid(text, '.', [](std::string_view part) {
-        return std::all_of(part.begin(), part.end(), [](char c) { return isAsciiLetter(c) || isAsciiDigit(c) || c == '-' || c == '_'; });
-    });
-}
-
-bool hasParentComponent(std::string_view path)
-{
-    size_t start = 0;
-    while (start <= path.size()) {
-        size_t end = std::min(path.find('/', start), path.size());
-        if (path.substr(start, end - start) == "..")
-            return true;
-        start = end + 1;
-    }
-    return false;
-}
-
-// How deeply a JSON text nests arrays and objects, so that a hostile value
-// cannot make the recursive comparison run out of stack.
-size_t jsonNesting(std::string_view text)
-{
-    size_t depth = 0, deepest = 0;
-    bool inString = false;
-    for (size_t i = 0; i < text.size(); ++i) {
-        char c = text[i];
-        if (inString) {
-            if (c == '\\')
-                ++i;
-            else if (c == '"')
-                inString = false;
-        } else if (c == '"') {
-            inString = true;
-        } else if (c == '[' || c == '{') {
-            deepest = std::max(deepest, ++depth);
-        } else if ((c == ']' || c == '}') && depth > 0) {
-            --depth;
-        }
-    }
-    return deepest;
-}
-
-// The words of one line, with the checks every command form needs. Each
-// conversion reports its own mistake and answers nothing; a handler reads on
-// so that one line reports all its mistakes, and the line's command is
-// dropped when any was reported.
-class LineReader {
-public:
-    LineReader(std::string_view line, const std::vector<Word>& words, const CommandForm& form)
-        : m_line(line)
-        , m_form(form)
-    {
-        for (size_t i = 1; i < words.size(); ++i)
-            (words[i].isOption() ? m_options : m_arguments).push_back(&words[i]);
-    }
-
-    const std::vector<std::string>& errors() const { return m_errors; }
-    bool failed() const { return !m_errors.empty(); }
-    void error(std::string message) { m_errors.push_back(std::move(message)); }
-
-    std::string_view line() const { return m_line; }
-    std::string_view name() const { return m_form.name; }
-
-    size_t argumentCount() const { return m_arguments.size(); }
-    const Word& argument(size_t index) const { return *m_arguments[index]; }
-    // Whether argument `index` is the bare word `keyword` (quoting it makes it text).
-    bool argumentIs(size_t index, std::string_view keyword) const
-    {
-        return index < m_arguments.size() && !m_arguments[index]->quoted && m_arguments[index]->text == keyword;
-    }
-
-    bool expectArguments(size_t minimum, size_t maximum)
-    {
-        if (m_arguments.size() < minimum) {
-            error("missing argument: usage is '" + std::string(m_form.usage) + "'");
-            return false;
-        }
-        if (m_arguments.size() > maximum) {
-            error("unexpected argument '" + shown(raw(*m_arguments[maximum])) + "': usage is '" + std::string(m_form.usage) + "'");
-            return false;
-        }
-        return true;
-    }
-
-    void checkOptions(const std::vector<std::string_view>& allowed)
-    {
-        for (size_t i = 0; i < m_options.size(); ++i) {
-            const Word& option = *m_options[i];
-            if (allowed.empty()) {
-                error("'" + std::string(name()) + "' takes no options, got '" + shown(source(option)) + "' (quote a word that holds '=')");
-            } else if (std::find(allowed.begin(), allowed.end(), option.key) == allowed.end()) {
-                error("option '" + shown(option.key) + "' is not one of " + joined(allowed) + suggestion(option.key, allowed));
-            } else if (std::any_of(m_options.begin(), m_options.begin() + i, [&](const Word* earlier) { return earlier->key == option.key; })) {
-                error("option '" + option.key + "' is given twice");
-            }
-        }
-    }
-
-    void rejectOptions(std::string_view form)
-    {
-        if (!m_options.empty())
-            error("'" + std::string(form) + "' takes no options, got '" + shown(source(*m_options[0])) + "'");
-    }
-
-    const Word* option(std::string_view key) const
-    {
-        auto found = std::find_if(m_options.begin(), m_options.end(), [&](const Word* word) { return word->key == key; });
-        return found == m_options.end() ? nullptr : *found;
-    }
-
-    const Word* requiredOption(std::string_view key, std::string_view valueName)
-    {
-        const Word* word = option(key);
-        if (!word)
-            error("missing option " + std::string(key) + "=" + std::string(valueName) + ": usage is '" + std::string(m_form.usage) + "'");
-        return word;
-    }
-
-    // The source text of a word, without an option's key.
-    std::string_view raw(const Word& word) const
-    {
-        std::string_view text = m_line.substr(word.begin, word.end - word.begin);
-        return word.isOption() ? text.substr(word.key.size() + 1) : text;
-    }
-
-    void expected(const Word& word, std::string_view what)
-    {
-        error(context(word) + "expected " + std::string(what) + ", got '" + shown(raw(word)) + "'");
-    }
-
-    // Every conversion below answers nothing, silently, for a null word: an
-    // option that was left out.
-    std::optional<std::string> text(const Word* word)
-    {
-        if (!word)
-            return std::nullopt;
-        if (word->problem) {
-            error(context(*word) + *word->problem);
-            return std::nullopt;
-        }
-        return word->text;
-    }
-
-    std::optional<std::string> nonEmptyText(const Word* word, std::string_view what)
-    {
-        std::optional<std::string> value = text(word);
-        if (value && value->empty()) {
-            expected(*word, what);
-            return std::nullopt;
-        }
-        return value;
-    }
-
-    // Text that must pass `valid`, described by `what` when it does not.
-    template<typename Valid>
-    std::optional<std::string> checkedText(const Word* word, Valid valid, std::string_view what)
-    {
-        std::optional<std::string> value = text(word);
-        if (value && !valid(*value)) {
-            expected(*word, what);
-            return std::nullopt;
-        }
-        return value;
-    }
-
-    template<typename Parse>
-    auto parsed(const Word* word, Parse parse, std::string_view what) -> decltype(parse(std::string_view()))
-    {
-        std::optional<std::string> value = text(word);
-        if (!value)
-            return std::nullopt;
-        auto result = parse(*value);
-        if (!result)
-            expected(*word, what);
-        return result;
-    }
-
-    std::optional<double> duration(const Word* word) { return parsed(word, parseDuration, ValueDescription::duration); }
-    std::optional<TimeSpec> time(const Word* word) { return parsed(word, parseTime, ValueDescription::time); }
-    std::optional<bool> boolean(const Word* word) { return parsed(word, parseBoolean, ValueDescription::boolean); }
-    std::optional<Color> color(const Word* word) { return parsed(word, parseColor, ValueDescription::color); }
-    std::optional<double> decimal(const Word* word) { return parsed(word, parseDecimal, ValueDescription::decimal); }
-    std::optional<Target> target(const Word* word) { return parsed(word, parseTarget, ValueDescription::target); }
-
-    std::optional<double> unitFraction(const Word* word)
-    {
-        return parsed(word, [](std::string_view text) -> std::optional<double> {
-            auto value = parseDecimal(text);
-            return value && *value >= 0 && *value <= 1 ? value : std::nullopt;
-        }, ValueDescription::unitFraction);
-    }
-
-    std::optional<int> integer(const Word* word, int minimum, int maximum)
-    {
-        std::string what = "a whole number from " + std::to_string(minimum) + " to " + std::to_string(maximum);
-        auto value = parsed(word, [&](std::string_view text) -> std::optional<int64_t> {
-            auto value = parseInteger(text);
-            return value && *value >= minimum && *value <= maximum ? value : std::nullopt;
-        }, what);
-        return value ? std::optional<int>(static_cast<int>(*value)) : std::nullopt;
-    }
-
-    std::optional<int> temperature(const Word* word) { return integer(word, -100, 100); }
-
-    template<typename T>
-    std::optional<T> keyword(const Word* word, std::initializer_list<std::pair<std::string_view, T>> choices)
-    {
-        if (!word)
-            return std::nullopt;
-        for (const auto& [name, value] : choices) {
-            if (!word->problem && word->text == name)
-                return value;
-        }
-        std::vector<std::string_view> names;
-        for (const auto& choice : choices)
-            names.push_back(choice.first);
-        error(context(*word) + "expected one of " + joined(names) + ", got '" + shown(raw(*word)) + "'" + suggestion(word->text, names));
-        return std::nullopt;
-    }
-
-    std::optional<std::string> devicePath(const Word* word)
-    {
-        return checkedText(word, [](const std::string& path) {
-            return path.size() > 1 && path[0] == '/' && !hasParentComponent(path);
-        }, "an absolute path on the device like /var/mobile/Library/Preferences/x.plist");
-    }
-
-    std::optional<std::string> bundleIdentifier(const Word* word)
-    {
-        return checkedText(word, isBundleIdentifier, "a bundle identifier like com.apple.mobilecal");
-    }
-
-    std::optional<std::string> identifier(const Word* word, std::string_view what)
-    {
-        return checkedText(word, isIdentifier, what);
-    }
-
-    std::optional<std::string> outputFile(const Word* word, std::string_view extension)
-    {
-        std::string what = "a file name ending in " + std::string(extension) + ", relative to the output folder";
-        return checkedText(word, [&](const std::string& path) {
-            return path.size() > extension.size() && path.ends_with(extension) && path[0] != '/'
-                && !path.ends_with("/" + std::string(extension)) && !hasParentComponent(path);
-        }, what);
-    }
-
-    // The JSON value of an `expect`: one quoted word is a string; anything
-    // else, to the end of the line, is JSON text (so `[0, 0, 375, 667]` may
-    // hold blanks).
-    std::optional<nlohmann::json> expectedValue(size_t firstArgument)
-    {
-        const Word& first = argument(firstArgument);
-        const Word& last = argument(argumentCount() - 1);
-        if (argumentCount() == firstArgument + 1 && first.quoted) {
-            std::optional<std::string> value = text(&first);
-            return value ? std::optional<nlohmann::json>(*value) : std::nullopt;
-        }
-        std::string_view json = m_line.substr(first.begin, last.end - first.begin);
-        constexpr size_t maximumNesting = 64;
-        if (jsonNesting(json) > maximumNesting) {
-            error("the expected value nests deeper than " + std::to_string(maximumNesting) + " levels");
-            return std::nullopt;
-        }
-        nlohmann::json value = nlohmann::json::parse(json, nullptr, false);
-        if (value.is_discarded()) {
-            error("expected a JSON value or a quoted string, got '" + shown(json) + "' (quote text: \"like this\")");
-            return std::nullopt;
-        }
-        return value;
-    }
-
-private:
-    std::string_view source(const Word& word) const { return m_line.substr(word.begin, word.end - word.begin); }
-
-    std::string context(const Word& word) const
-    {
-        return word.isOption() ? "option '" + word.key + "': " : std::string();
-    }
-
-    std::string_view m_line;
-    const CommandForm& m_form;
-    std::vector<const Word*> m_arguments;
-    std::vector<const Word*> m_options;
-    std::vector<std::string> m_errors;
 };
 
 template<typename Payload>
@@ -444,15 +33,15 @@ void set(Command& command, CommandKind kind, Payload payload)
 
 // Host shape.
 
-void parseSystem(LineReader& reader, Command& command)
+void parseSystem(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
-    auto version = reader.checkedText(&reader.argument(0), isVersion, "a version like 9.3.3");
+    auto version = reader.version(&reader.argument(0));
     set(command, CommandKind::System, SystemCommand { version.value_or("") });
 }
 
-void parseDevice(LineReader& reader, Command& command)
+void parseDevice(ScenarioLineReader& reader, Command& command)
 {
     const Word* code = reader.option("code");
     if (!reader.expectArguments(code ? 0 : 1, 1))
@@ -467,7 +56,7 @@ void parseDevice(LineReader& reader, Command& command)
             if (device.model)
                 device.code = deviceInfo(*device.model).code;
             else
-                reader.error("unknown device '" + shown(*name) + "'" + suggestion(*name, names) + " (devices: " + joined(names) + ")");
+                reader.error("unknown device '" + shownInMessage(*name) + "'" + suggestionFor(*name, names) + " (devices: " + joinedNames(names) + ")");
         }
     }
     if (auto number = reader.integer(code, 1, 999))
@@ -475,23 +64,23 @@ void parseDevice(LineReader& reader, Command& command)
     set(command, CommandKind::Device, device);
 }
 
-void parseLocale(LineReader& reader, Command& command)
+void parseLocale(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
-    auto identifier = reader.checkedText(&reader.argument(0), isLocaleIdentifier, "a locale like en_US");
+    auto identifier = reader.localeIdentifier(&reader.argument(0));
     set(command, CommandKind::Locale, LocaleCommand { identifier.value_or("") });
 }
 
-void parseTimeZone(LineReader& reader, Command& command)
+void parseTimeZone(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
-    auto name = reader.checkedText(&reader.argument(0), isTimeZoneName, "a time zone like Europe/Paris or UTC");
+    auto name = reader.timeZoneName(&reader.argument(0));
     set(command, CommandKind::TimeZone, TimeZoneCommand { name.value_or("") });
 }
 
-void parseMissing(LineReader& reader, Command& command)
+void parseMissing(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(2, 3))
         return;
@@ -509,7 +98,7 @@ void parseMissing(LineReader& reader, Command& command)
 
 // World.
 
-void parseNow(LineReader& reader, Command& command)
+void parseNow(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -517,7 +106,7 @@ void parseNow(LineReader& reader, Command& command)
     set(command, CommandKind::Now, NowCommand { time.value_or(TimeSpec {}) });
 }
 
-void parsePrefs(LineReader& reader, Command& command)
+void parsePrefs(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(2, 2))
         return;
@@ -538,13 +127,13 @@ void parsePrefs(LineReader& reader, Command& command)
     set(command, CommandKind::Prefs, PrefsCommand { *key, std::move(value) });
 }
 
-void parseNoArguments(LineReader& reader, Command& command, CommandKind kind)
+void parseNoArguments(ScenarioLineReader& reader, Command& command, CommandKind kind)
 {
     if (reader.expectArguments(0, 0))
         set(command, kind, NoArguments {});
 }
 
-void parseFile(LineReader& reader, Command& command)
+void parseFile(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(2, 3))
         return;
@@ -555,14 +144,14 @@ void parseFile(LineReader& reader, Command& command)
         return;
     }
     if (!reader.argumentIs(1, "from")) {
-        reader.error("expected 'from' after the path, got '" + shown(reader.raw(reader.argument(1))) + "': usage is 'file PATH \"TEXT\"' or 'file PATH from HOSTPATH'");
+        reader.error("expected 'from' after the path, got '" + shownInMessage(reader.raw(reader.argument(1))) + "': usage is 'file PATH \"TEXT\"' or 'file PATH from HOSTPATH'");
         return;
     }
     auto hostPath = reader.nonEmptyText(&reader.argument(2), "a path on this computer");
     set(command, CommandKind::CopyFile, CopyFileCommand { path.value_or(""), hostPath.value_or("") });
 }
 
-void parseRemove(LineReader& reader, Command& command)
+void parseRemove(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -570,7 +159,7 @@ void parseRemove(LineReader& reader, Command& command)
     set(command, CommandKind::RemoveFile, RemoveFileCommand { path.value_or("") });
 }
 
-void parseAppList(LineReader& reader, Command& command)
+void parseAppList(ScenarioLineReader& reader, Command& command)
 {
     AppListCommand list;
     for (size_t i = 0; i < reader.argumentCount(); ++i)
@@ -578,7 +167,7 @@ void parseAppList(LineReader& reader, Command& command)
     set(command, CommandKind::AppList, std::move(list));
 }
 
-void parseApp(LineReader& reader, Command& command)
+void parseApp(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -589,7 +178,7 @@ void parseApp(LineReader& reader, Command& command)
     set(command, CommandKind::App, std::move(app));
 }
 
-void parseSwitcher(LineReader& reader, Command& command)
+void parseSwitcher(ScenarioLineReader& reader, Command& command)
 {
     SwitcherCommand switcher;
     for (size_t i = 0; i < reader.argumentCount(); ++i)
@@ -597,7 +186,7 @@ void parseSwitcher(LineReader& reader, Command& command)
     set(command, CommandKind::Switcher, std::move(switcher));
 }
 
-void parseBattery(LineReader& reader, Command& command)
+void parseBattery(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(0, 0))
         return;
@@ -610,7 +199,7 @@ void parseBattery(LineReader& reader, Command& command)
     set(command, CommandKind::Battery, battery);
 }
 
-void parseWeather(LineReader& reader, Command& command)
+void parseWeather(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(0, 1))
         return;
@@ -631,7 +220,7 @@ void parseWeather(LineReader& reader, Command& command)
     set(command, CommandKind::Weather, std::move(weather));
 }
 
-void parseWeatherHour(LineReader& reader, Command& command)
+void parseWeatherHour(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(2, 2))
         return;
@@ -642,7 +231,7 @@ void parseWeatherHour(LineReader& reader, Command& command)
     set(command, CommandKind::WeatherHour, std::move(hour));
 }
 
-void parseWeatherDay(LineReader& reader, Command& command)
+void parseWeatherDay(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(3, 3))
         return;
@@ -654,7 +243,7 @@ void parseWeatherDay(LineReader& reader, Command& command)
     set(command, CommandKind::WeatherDay, std::move(day));
 }
 
-void parseCalendar(LineReader& reader, Command& command)
+void parseCalendar(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -664,7 +253,7 @@ void parseCalendar(LineReader& reader, Command& command)
     set(command, CommandKind::Calendar, std::move(calendar));
 }
 
-void parseEvent(LineReader& reader, Command& command)
+void parseEvent(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -678,13 +267,13 @@ void parseEvent(LineReader& reader, Command& command)
     if (start && event.end && start->kind == event.end->kind) {
         bool endsFirst = start->isRelative() ? event.end->offset < start->offset : event.end->local < start->local;
         if (endsFirst)
-            reader.error("the event ends (end=" + shown(reader.raw(*reader.option("end"))) + ") before it starts (start=" + shown(reader.raw(*reader.option("start"))) + ")");
+            reader.error("the event ends (end=" + shownInMessage(reader.raw(*reader.option("end"))) + ") before it starts (start=" + shownInMessage(reader.raw(*reader.option("start"))) + ")");
     }
     event.start = start.value_or(TimeSpec {});
     set(command, CommandKind::Event, std::move(event));
 }
 
-void parseReminder(LineReader& reader, Command& command)
+void parseReminder(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -698,7 +287,7 @@ void parseReminder(LineReader& reader, Command& command)
     set(command, CommandKind::Reminder, std::move(reminder));
 }
 
-void parseNotification(LineReader& reader, Command& command)
+void parseNotification(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -714,7 +303,7 @@ void parseNotification(LineReader& reader, Command& command)
     set(command, CommandKind::Notification, std::move(notification));
 }
 
-void parseNotifications(LineReader& reader, Command& command)
+void parseNotifications(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(0, 0))
         return;
@@ -722,7 +311,7 @@ void parseNotifications(LineReader& reader, Command& command)
     set(command, CommandKind::NotificationGrouping, NotificationGroupingCommand { grouped.value_or(true) });
 }
 
-void parseMusic(LineReader& reader, Command& command)
+void parseMusic(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(0, 1))
         return;
@@ -743,7 +332,7 @@ void parseMusic(LineReader& reader, Command& command)
     set(command, CommandKind::Music, std::move(music));
 }
 
-void parseVolume(LineReader& reader, Command& command)
+void parseVolume(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -751,7 +340,7 @@ void parseVolume(LineReader& reader, Command& command)
     set(command, CommandKind::Volume, VolumeCommand { volume.value_or(0) });
 }
 
-void parseAlarm(LineReader& reader, Command& command)
+void parseAlarm(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 2))
         return;
@@ -769,7 +358,7 @@ void parseAlarm(LineReader& reader, Command& command)
     set(command, CommandKind::Alarm, AlarmCommand { alarmDay, time.value_or(TimeOfDay {}) });
 }
 
-void parseTimer(LineReader& reader, Command& command)
+void parseTimer(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 2))
         return;
@@ -788,7 +377,7 @@ void parseTimer(LineReader& reader, Command& command)
     set(command, CommandKind::Timer, TimerCommand { *state, remaining.value_or(0) });
 }
 
-void parseCall(LineReader& reader, Command& command)
+void parseCall(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -797,7 +386,7 @@ void parseCall(LineReader& reader, Command& command)
         set(command, CommandKind::Call, CallCommand { *state });
 }
 
-void parseFaceTime(LineReader& reader, Command& command)
+void parseFaceTime(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -808,7 +397,7 @@ void parseFaceTime(LineReader& reader, Command& command)
 
 // Acting.
 
-void parseAdvance(LineReader& reader, Command& command)
+void parseAdvance(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -816,7 +405,7 @@ void parseAdvance(LineReader& reader, Command& command)
     set(command, CommandKind::Advance, AdvanceCommand { seconds.value_or(0) });
 }
 
-void parseTargetOnly(LineReader& reader, Command& command, CommandKind kind)
+void parseTargetOnly(ScenarioLineReader& reader, Command& command, CommandKind kind)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -824,7 +413,7 @@ void parseTargetOnly(LineReader& reader, Command& command, CommandKind kind)
     set(command, kind, TargetCommand { target.value_or(Target {}) });
 }
 
-void parseLongPress(LineReader& reader, Command& command)
+void parseLongPress(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 2))
         return;
@@ -835,7 +424,7 @@ void parseLongPress(LineReader& reader, Command& command)
     set(command, CommandKind::LongPress, std::move(press));
 }
 
-void parseSwipe(LineReader& reader, Command& command)
+void parseSwipe(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(2, 2))
         return;
@@ -846,7 +435,7 @@ void parseSwipe(LineReader& reader, Command& command)
     set(command, CommandKind::Swipe, SwipeCommand { direction.value_or(Direction::Up), target.value_or(Target {}) });
 }
 
-void parseSlide(LineReader& reader, Command& command)
+void parseSlide(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(2, 2))
         return;
@@ -855,7 +444,7 @@ void parseSlide(LineReader& reader, Command& command)
     set(command, CommandKind::Slide, SlideCommand { target.value_or(Target {}), value.value_or(0) });
 }
 
-void parseScroll(LineReader& reader, Command& command)
+void parseScroll(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(3, 3))
         return;
@@ -865,7 +454,7 @@ void parseScroll(LineReader& reader, Command& command)
     set(command, CommandKind::Scroll, ScrollCommand { target.value_or(Target {}), dx.value_or(0), dy.value_or(0) });
 }
 
-void parsePick(LineReader& reader, Command& command)
+void parsePick(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(3, 3))
         return;
@@ -875,7 +464,7 @@ void parsePick(LineReader& reader, Command& command)
     set(command, CommandKind::Pick, PickCommand { target.value_or(Target {}), component.value_or(0), row.value_or(0) });
 }
 
-void parseSwitch(LineReader& reader, Command& command, CommandKind kind, std::string_view on, std::string_view off)
+void parseSwitch(ScenarioLineReader& reader, Command& command, CommandKind kind, std::string_view on, std::string_view off)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -883,7 +472,7 @@ void parseSwitch(LineReader& reader, Command& command, CommandKind kind, std::st
         set(command, kind, SwitchCommand { *state });
 }
 
-void parseRotate(LineReader& reader, Command& command)
+void parseRotate(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -895,7 +484,7 @@ void parseRotate(LineReader& reader, Command& command)
         set(command, CommandKind::Rotate, RotateCommand { *orientation });
 }
 
-void parseSearch(LineReader& reader, Command& command)
+void parseSearch(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 2))
         return;
@@ -913,7 +502,7 @@ void parseSearch(LineReader& reader, Command& command)
 
 // Looking.
 
-void parseOutputFile(LineReader& reader, Command& command, CommandKind kind, std::string_view extension)
+void parseOutputFile(ScenarioLineReader& reader, Command& command, CommandKind kind, std::string_view extension)
 {
     if (!reader.expectArguments(1, 1))
         return;
@@ -934,7 +523,7 @@ std::vector<std::string> splitPath(std::string_view text)
     }
 }
 
-void parseExpect(LineReader& reader, Command& command)
+void parseExpect(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(2, SIZE_MAX))
         return;
@@ -981,7 +570,7 @@ const std::vector<CommandForm>& commandForms()
 
         { "now", Phase::World, "now TIME", {}, parseNow },
         { "prefs", Phase::World, "prefs KEY VALUE", {}, parsePrefs },
-        { "prefs-clear", Phase::World, "prefs-clear", {}, [](LineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::PrefsClear); } },
+        { "prefs-clear", Phase::World, "prefs-clear", {}, [](ScenarioLineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::PrefsClear); } },
         { "file", Phase::World, "file PATH \"TEXT\" or file PATH from HOSTPATH", {}, parseFile },
         { "rm", Phase::World, "rm PATH", {}, parseRemove },
         { "applist", Phase::World, "applist \"LINE\" ...", {}, parseAppList },
@@ -1007,26 +596,26 @@ const std::vector<CommandForm>& commandForms()
         { "call", Phase::World, "call incoming|active|none", {}, parseCall },
         { "facetime", Phase::World, "facetime active|invitation|none", {}, parseFaceTime },
 
-        { "boot", Phase::Acting, "boot", {}, [](LineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Boot); } },
+        { "boot", Phase::Acting, "boot", {}, [](ScenarioLineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Boot); } },
         { "advance", Phase::Acting, "advance DURATION", {}, parseAdvance },
-        { "tap", Phase::Acting, "tap TARGET", {}, [](LineReader& r, Command& c) { parseTargetOnly(r, c, CommandKind::Tap); } },
-        { "doubletap", Phase::Acting, "doubletap TARGET", {}, [](LineReader& r, Command& c) { parseTargetOnly(r, c, CommandKind::DoubleTap); } },
+        { "tap", Phase::Acting, "tap TARGET", {}, [](ScenarioLineReader& r, Command& c) { parseTargetOnly(r, c, CommandKind::Tap); } },
+        { "doubletap", Phase::Acting, "doubletap TARGET", {}, [](ScenarioLineReader& r, Command& c) { parseTargetOnly(r, c, CommandKind::DoubleTap); } },
         { "longpress", Phase::Acting, "longpress TARGET [DURATION]", {}, parseLongPress },
         { "swipe", Phase::Acting, "swipe up|down|left|right TARGET", {}, parseSwipe },
         { "slide", Phase::Acting, "slide TARGET VALUE", {}, parseSlide },
         { "scroll", Phase::Acting, "scroll TARGET DX DY", {}, parseScroll },
         { "pick", Phase::Acting, "pick TARGET COMPONENT ROW", {}, parsePick },
-        { "home", Phase::Acting, "home", {}, [](LineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Home); } },
-        { "display", Phase::Acting, "display off|on", {}, [](LineReader& r, Command& c) { parseSwitch(r, c, CommandKind::Display, "on", "off"); } },
-        { "alert", Phase::Acting, "alert show|dismiss", {}, [](LineReader& r, Command& c) { parseSwitch(r, c, CommandKind::Alert, "show", "dismiss"); } },
+        { "home", Phase::Acting, "home", {}, [](ScenarioLineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Home); } },
+        { "display", Phase::Acting, "display off|on", {}, [](ScenarioLineReader& r, Command& c) { parseSwitch(r, c, CommandKind::Display, "on", "off"); } },
+        { "alert", Phase::Acting, "alert show|dismiss", {}, [](ScenarioLineReader& r, Command& c) { parseSwitch(r, c, CommandKind::Alert, "show", "dismiss"); } },
         { "rotate", Phase::Acting, "rotate portrait|landscape|landscape-right|upside-down", {}, parseRotate },
-        { "lock", Phase::Acting, "lock", {}, [](LineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Lock); } },
-        { "unlock", Phase::Acting, "unlock", {}, [](LineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Unlock); } },
-        { "nc", Phase::Acting, "nc show|hide", {}, [](LineReader& r, Command& c) { parseSwitch(r, c, CommandKind::NotificationCenter, "show", "hide"); } },
+        { "lock", Phase::Acting, "lock", {}, [](ScenarioLineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Lock); } },
+        { "unlock", Phase::Acting, "unlock", {}, [](ScenarioLineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Unlock); } },
+        { "nc", Phase::Acting, "nc show|hide", {}, [](ScenarioLineReader& r, Command& c) { parseSwitch(r, c, CommandKind::NotificationCenter, "show", "hide"); } },
         { "search", Phase::Acting, "search show right|top or search hide", {}, parseSearch },
 
-        { "shot", Phase::Looking, "shot FILE.png", {}, [](LineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Shot, ".png"); } },
-        { "dump", Phase::Looking, "dump FILE.json", {}, [](LineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Dump, ".json"); } },
+        { "shot", Phase::Looking, "shot FILE.png", {}, [](ScenarioLineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Shot, ".png"); } },
+        { "dump", Phase::Looking, "dump FILE.json", {}, [](ScenarioLineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Dump, ".json"); } },
         { "expect", Phase::Looking, "expect TARGET PROPERTY VALUE, expect TARGET absent or expect host.PATH VALUE", {}, parseExpect },
     };
     return forms;
@@ -1063,11 +652,11 @@ std::optional<Command> parseLine(std::string_view line, const std::string& fileN
         std::vector<std::string_view> names;
         for (const CommandForm& known : commandForms())
             names.push_back(known.name);
-        errors.push_back("unknown command '" + shown(name) + "'" + suggestion(name, names));
+        errors.push_back("unknown command '" + shownInMessage(name) + "'" + suggestionFor(name, names));
         return std::nullopt;
     }
 
-    LineReader reader(line, lexed.words, *form);
+    ScenarioLineReader reader(line, lexed.words, form->name, form->usage);
     Command command;
     command.file = fileName;
     command.line = lineNumber;
