@@ -1,0 +1,23 @@
+#include "BuildPaths.h"
+
+#include <cstdlib>
+#include <system_error>
+
+static std::filesystem::path fromEnvironment(const char* name, const std::filesystem::path& fallback)
+{
+    const char* value = std::getenv(name);
+    return value && *value ? std::filesystem::path(value) : fallback;
+}
+
+BuildPaths BuildPaths::locate()
+{
+    std::error_code error;
+    auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
+    // The build puts programs in bin/ and libraries in lib/ side by side.
+    auto buildDirectory = error ? std::filesystem::current_path() : executable.parent_path().parent_path();
+    BuildPaths paths;
+    paths.extension = fromEnvironment("KAVELIN_EXTENSION", buildDirectory / "lib" / "libKavelin.so");
+    paths.resourceBundle = fromEnvironment("KAVELIN_BUNDLE", buildDirectory / "KavelinBundle.bundle");
+    paths.hostArt = fromEnvironment("KAVELIN_HOST_ART", buildDirectory / "host-art");
+    return paths;
+}

@@ -1,0 +1,54 @@
+#include "DeviceRoot.h"
+
+#include <cstdlib>
+#include <system_error>
+#include <unistd.h>
+
+DeviceRoot::~DeviceRoot()
+{
+    if (m_temporary && !m_path.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+}
+
+std::string DeviceRoot::open(const std::filesystem::path& requested)
+{
+    std::error_code error;
+    if (!requested.empty()) {
+        std::filesystem::create_directories(requested, error);
+        if (error)
+            return "cannot create the device root " + requested.string() + ": " + error.message();
+        m_path = std::filesystem::absolute(requested);
+        return {};
+    }
+    auto pattern = (std::filesystem::temp_directory_path(error) / "kavelin-root-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        return "cannot create a temporary device root";
+    m_path = pattern;
+    m_temporary = true;
+    return {};
+}
+
+std::string DeviceRoot::installBundle(const std::filesystem::path& builtBundle)
+{
+    auto target = resolve(bundlePath);
+    std::error_code error;
+    if (std::filesystem::exists(target, error))
+        return {};
+    if (!std::filesystem::is_directory(builtBundle, error))
+        return "the resource bundle was not found at " + builtBundle.string() + " (build the KavelinBundle target)";
+    std::filesystem::create_directories(target.parent_path(), error);
+    std::filesystem::copy(builtBundle, target, std::filesystem::copy_options::recursive, error);
+    if (error)
+        return "cannot install the resource bundle: " + error.message();
+    return {};
+}
+
+std::filesystem::path DeviceRoot::resolve(const std::string& devicePath) const
+{
+    std::string relative = devicePath;
+    while (!relative.empty() && relative.front() == '/')
+        relative.erase(relative.begin());
+    return m_path / relative;
+}
