@@ -1,0 +1,231 @@
+#include "UIImage.h"
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+
+OBJC_IMPLEMENT_CLASS(UIImage, NSObject)
+{
+    c.classMethod<&UIImage::imageWithContentsOfFile>("imageWithContentsOfFile:");
+    c.method<&UIImage::size>("size");
+    c.method<&UIImage::scale>("scale");
+    c.method<&UIImage::mergedColor>("mergedColor");
+    c.method<&UIImage::imageWithRenderingMode>("imageWithRenderingMode:");
+}
+
+static cairo_surface_t* createSurface(int width, int height)
+{
+    return cairo_image_surface_create(CAIRO_FORMAT_ARGB32, std::max(1, width), std::max(1, height));
+}
+
+UIImage::UIImage(cairo_surface_t* surface, double scale, std::string name)
+    : m_surface(surface)
+    , m_scale(scale > 0 ? scale : 1)
+    , m_name(std::move(name))
+{
+    m_size = { pixelWidth() / m_scale, pixelHeight() / m_scale };
+}
+
+UIImage::~UIImage()
+{
+    if (m_surface)
+        cairo_surface_destroy(m_surface);
+}
+
+int UIImage::pixelWidth() const { return cairo_image_surface_get_width(m_surface); }
+int UIImage::pixelHeight() const { return cairo_image_surface_get_height(m_surface); }
+
+// "…/KavelinBundle.bundle/Battery/Battery60@2x.png" is the resource
+// "Battery/Battery60"; a file outside a bundle is named by its base name.
+static std::string resourceName(const std::string& path)
+{
+    std::string name = path;
+    if (size_t bundle = name.rfind(".bundle/"); bundle != std::string::npos)
+        name = name.substr(bundle + 8);
+    else
+        name = std::filesystem::path(name).filename().string();
+    if (size_t dot = name.rfind('.'); dot != std::string::npos && name.find('/', dot) == std::string::npos)
+        name.resize(dot);
+    for (const char* suffix : { "@2x", "@3x" }) {
+        if (name.ends_with(suffix))
+            name.resize(name.size() - 3);
+    }
+    return name;
+}
+
+static double scaleFromFileName(const std::string& path)
+{
+    std::string stem = std::filesystem::path(path).stem().string();
+    if (stem.ends_with("@3x"))
+        return 3;
+    if (stem.ends_with("@2x"))
+        return 2;
+    return 1;
+}
+
+RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
+{
+    std::filesystem::path file(path);
+    std::vector<std::string> candidates;
+    if (scaleFromFileName(path) == 1) {
+        std::filesystem::path retina = file.parent_path() / (file.stem().string() + "@2x" + file.extension().string());
+        candidates.push_back(retina.string());
+    }
+    candidates.push_back(path);
+    for (auto& candidate : candidates) {
+        std::error_code error;
+        if (!std::filesystem::is_regular_file(candidate, error))
+            continue;
+        cairo_surface_t* loaded = cairo_image_surface_create_from_png(candidate.c_str());
+        if (cairo_surface_status(loaded) != CAIRO_STATUS_SUCCESS) {
+            cairo_surface_destroy(loaded);
+            return nullptr;
+        }
+        // Opaque PNGs load as RGB24; keep every image in one format.
+        cairo_surface_t* surface = createSurface(cairo_image_surface_get_width(loaded), cairo_image_surface_get_height(loaded));
+        cairo_t* cr = cairo_create(surface);
+        cairo_set_source_surface(cr, loaded, 0, 0);
+        cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+        cairo_paint(cr);
+        cairo_destroy(cr);
+        cairo_surface_destroy(loaded);
+        return make<UIImage>(surface, scaleFromFileName(candidate), resourceName(path));
+    }
+    return nullptr;
+}
+
+RefPtr<UIImage> UIImage::imageWithSize(CGSize size, double scale, const std::function<void(cairo_t*)>& draw, std::string name)
+{
+    if (!(size.width > 0 && size.height > 0 && scale > 0) || size.width * scale > 16384 || size.height * scale > 16384)
+        return nullptr;
+    cairo_surface_t* surface = createSurface(int(std::ceil(size.width * scale - 1e-9)), int(std::ceil(size.height * scale - 1e-9)));
+    cairo_t* cr = cairo_create(surface);
+    cairo_scale(cr, scale, scale);
+    if (draw)
+        draw(cr);
+    cairo_destroy(cr);
+    cairo_surface_flush(surface);
+    return make<UIImage>(surface, scale, std::move(name));
+}
+
+RefPtr<UIImage> UIImage::imageWithColor(const UIColor& color, CGSize size, double scale, std::string name)
+{
+    return imageWithSize(size, scale, [&](cairo_t* cr) {
+        cairo_set_source_rgba(cr, color.red(), color.green(), color.blue(), color.alpha());
+        cairo_paint(cr);
+    }, std::move(name));
+}
+
+RefPtr<UIImage> UIImage::derived(cairo_surface_t* surface, double scale) const
+{
+    auto image = make<UIImage>(surface, scale, m_name);
+    image->m_tintColor = m_tintColor;
+    image->m_renderingMode = m_renderingMode;
+    return image;
+}
+
+RefPtr<UIImage> UIImage::imageWithRenderingMode(UIImageRenderingMode mode) const
+{
+    cairo_surface_t* surface = createSurface(pixelWidth(), pixelHeight());
+    cairo_t* cr = cairo_create(surface);
+    cairo_set_source_surface(cr, m_surface, 0, 0);
+    cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    auto image = derived(surface, m_scale);
+    image->m_renderingMode = mode;
+    return image;
+}
+
+RefPtr<UIImage> UIImage::scaledToSize(CGSize size) const
+{
+    if (!(size.width > 0 && size.height > 0) || !std::isfinite(size.width) || !std::isfinite(size.height))
+        return nullptr;
+    double density = std::max(pixelWidth() / size.width, pixelHeight() / size.height);
+    double scale = std::clamp(std::ceil(density - 1e-6), 1.0, 3.0);
+    auto image = imageWithSize(size, scale, [&](cairo_t* cr) { drawInRect(cr, CGRectMake(0, 0, size.width, size.height)); }, m_name);
+    if (!image)
+        return nullptr;
+    image->m_tintColor = m_tintColor;
+    image->m_renderingMode = m_renderingMode;
+    return image;
+}
+
+RefPtr<UIImage> UIImage::tintedWithColor(const UIColor* color) const
+{
+    if (!color)
+        return derived(cairo_surface_reference(m_surface), m_scale);
+    cairo_surface_t* surface = createSurface(pixelWidth(), pixelHeight());
+    cairo_t* cr = cairo_create(surface);
+    cairo_set_source_rgba(cr, color->red(), color->green(), color->blue(), color->alpha());
+    cairo_mask_surface(cr, m_surface, 0, 0);
+    cairo_destroy(cr);
+    auto image = derived(surface, m_scale);
+    image->m_tintColor = make<UIColor>(color->red(), color->green(), color->blue(), color->alpha());
+    return image;
+}
+
+UIImage::Pixel UIImage::pixelAt(int x, int y) const
+{
+    if (x < 0 || y < 0 || x >= pixelWidth() || y >= pixelHeight())
+        return {};
+    cairo_surface_flush(m_surface);
+    const unsigned char* row = cairo_image_surface_get_data(m_surface) + static_cast<size_t>(y) * cairo_image_surface_get_stride(m_surface);
+    uint32_t argb = reinterpret_cast<const uint32_t*>(row)[x];
+    uint8_t alpha = argb >> 24;
+    if (!alpha)
+        return {};
+    auto unpremultiply = [alpha](uint32_t c) { return static_cast<uint8_t>(std::min<uint32_t>(255, (c * 255 + alpha / 2) / alpha)); };
+    return { unpremultiply((argb >> 16) & 0xff), unpremultiply((argb >> 8) & 0xff), unpremultiply(argb & 0xff), alpha };
+}
+
+RefPtr<UIColor> UIImage::mergedColor() const
+{
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+    size_t count = 0;
+    for (int y = 0; y < pixelHeight(); ++y) {
+        for (int x = 0; x < pixelWidth(); ++x) {
+            Pixel pixel = pixelAt(x, y);
+            if (pixel.alpha < 128)
+                continue;
+            red += pixel.red;
+            green += pixel.green;
+            blue += pixel.blue;
+            ++count;
+        }
+    }
+    if (!count)
+        return UIColor::clearColor();
+    return UIColor::colorWithRed(red / count / 255, green / count / 255, blue / count / 255, 1);
+}
+
+void UIImage::drawInRect(cairo_t* cr, CGRect rect, double alpha) const
+{
+    if (rect.size.width <= 0 || rect.size.height <= 0)
+        return;
+    cairo_save(cr);
+    cairo_translate(cr, rect.origin.x, rect.origin.y);
+    cairo_scale(cr, rect.size.width / pixelWidth(), rect.size.height / pixelHeight());
+    cairo_set_source_surface(cr, m_surface, 0, 0);
+    cairo_pattern_t* pattern = cairo_get_source(cr);
+    // Pad so that the edges stay sharp when the image is stretched.
+    cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
+    cairo_pattern_set_filter(pattern, CAIRO_FILTER_GOOD);
+    cairo_rectangle(cr, 0, 0, pixelWidth(), pixelHeight());
+    cairo_clip(cr);
+    cairo_paint_with_alpha(cr, alpha);
+    cairo_restore(cr);
+}
+
+std::optional<std::string> UIImage::writePNG(const std::string& path) const
+{
+    cairo_surface_flush(m_surface);
+    cairo_status_t status = cairo_surface_write_to_png(m_surface, path.c_str());
+    if (status != CAIRO_STATUS_SUCCESS)
+        return std::string("cannot write ") + path + ": " + cairo_status_to_string(status);
+    return std::nullopt;
+}

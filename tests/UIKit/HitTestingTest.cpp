@@ -1,0 +1,83 @@
+#include "EventsTestSupport.h"
+
+#include <UIKit/UIScrollView.h>
+#include <UIKit/UITapGestureRecognizer.h>
+
+using HitTesting = EventsTest;
+
+TEST_F(HitTesting, SkipsHiddenTransparentAndNonInteractiveViews)
+{
+    auto parent = addView(CGRectMake(0, 0, 200, 200));
+    auto child = addView(CGRectMake(50, 50, 100, 100), parent.get());
+    CGPoint point = centre(child.get());
+    EXPECT_EQ(app().hitTest(point), child.get());
+
+    child->setHidden(true);
+    EXPECT_EQ(app().hitTest(point), parent.get());
+    child->setHidden(false);
+
+    child->setAlpha(0.005);
+    EXPECT_EQ(app().hitTest(point), parent.get());
+    child->setAlpha(0.01);
+    EXPECT_EQ(app().hitTest(point), child.get());
+
+    child->setUserInteractionEnabled(false);
+    EXPECT_EQ(app().hitTest(point), parent.get());
+    // A parent without interaction hides its whole subtree.
+    child->setUserInteractionEnabled(true);
+    parent->setUserInteractionEnabled(false);
+    EXPECT_EQ(app().hitTest(point), window.get());
+}
+
+TEST_F(HitTesting, PartsOfASubviewOutsideItsParentAreNotHit)
+{
+    auto parent = addView(CGRectMake(0, 0, 100, 100));
+    auto child = addView(CGRectMake(50, 50, 100, 100), parent.get());
+    EXPECT_EQ(app().hitTest({ 75, 75 }), child.get());
+    EXPECT_EQ(app().hitTest({ 125, 125 }), window.get());
+}
+
+TEST_F(HitTesting, FrontMostSiblingWinsAndCoveredViewsGetNoGestures)
+{
+    auto back = addView(CGRectMake(0, 0, 100, 100));
+    auto front = addView(CGRectMake(0, 0, 100, 100));
+    back->addGestureRecognizer(make<UITapGestureRecognizer>(log.get(), OBJC_SEL("single:")).get());
+    EXPECT_EQ(app().hitTest({ 50, 50 }), front.get());
+    EXPECT_TRUE(app().tapAt({ 50, 50 }));
+    EXPECT_TRUE(log->entries.empty());
+
+    window->bringSubviewToFront(back.get());
+    app().tapAt({ 50, 50 });
+    EXPECT_EQ(log->entries, std::vector<std::string> { "single:ended" });
+}
+
+TEST_F(HitTesting, ScrolledContentIsHitWhereItIsShown)
+{
+    auto scroll = addView<UIScrollView>(CGRectMake(0, 100, 100, 100));
+    scroll->setContentSize({ 100, 400 });
+    auto row = addView(CGRectMake(0, 200, 100, 50), scroll.get());
+    EXPECT_EQ(app().hitTest({ 50, 125 }), scroll.get());
+    scroll->setContentOffset({ 0, 200 });
+    EXPECT_EQ(app().hitTest({ 50, 125 }), row.get());
+    EXPECT_EQ(row->screenFrame(), CGRectMake(0, 100, 100, 50));
+}
+
+TEST_F(HitTesting, WindowsAreSearchedFrontToBackAndHiddenOnesSkipped)
+{
+    auto alert = UIWindow::create(CGRectMake(0, 0, 100, 100));
+    alert->setWindowLevel(UIWindowLevelAlert);
+    alert->setHidden(false);
+    auto overlay = UIWindow::create(CGRectMake(50, 50, 100, 100));
+    overlay->setHidden(false);
+
+    EXPECT_EQ(app().hitTest({ 75, 75 }), alert.get());
+    EXPECT_EQ(app().hitTest({ 125, 125 }), overlay.get());
+    // Window coordinates start at the window's origin.
+    auto inside = addView(CGRectMake(60, 60, 10, 10), overlay.get());
+    EXPECT_EQ(app().hitTest({ 115, 115 }), inside.get());
+
+    alert->setHidden(true);
+    EXPECT_EQ(app().hitTest({ 75, 75 }), overlay.get());
+    overlay->setHidden(true);
+    EXPECT_EQ(app().hitTest({ 75, 75 }), window.get());
+}

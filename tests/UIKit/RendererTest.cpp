@@ -1,0 +1,305 @@
+#include <UIKit/ImageComparison.h>
+#include <UIKit/RenderContext.h>
+#include <UIKit/UIImageView.h>
+#include <UIKit/UILabel.h>
+#include <UIKit/UIRenderer.h>
+#include <UIKit/UIVisualEffectView.h>
+#include <UIKit/UIWindow.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <unistd.h>
+
+namespace {
+
+const std::filesystem::path referenceFolder = KV_UIKIT_REFERENCE_DIR;
+const std::filesystem::path failureFolder = KV_UIKIT_FAILURE_DIR;
+
+std::filesystem::path scratchFolder()
+{
+    auto folder = std::filesystem::temp_directory_path() / ("kv-uikit-render-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+    return folder;
+}
+
+RefPtr<UIColor> rgb(int hex, double alpha = 1)
+{
+    return UIColor::colorWithRed(((hex >> 16) & 0xff) / 255.0, ((hex >> 8) & 0xff) / 255.0, (hex & 0xff) / 255.0, alpha);
+}
+
+RefPtr<UIFont> light(double size) { return UIFont::fontWithName("HelveticaNeue-Light", size); }
+
+template<typename View>
+RefPtr<View> add(UIView* parent, RefPtr<View> view, CGRect frame)
+{
+    view->setFrame(frame);
+    parent->addSubview(view.get());
+    return view;
+}
+
+RefPtr<UILabel> addLabel(UIView* parent, CGRect frame, double fontSize, NSTextAlignment alignment)
+{
+    auto label = add(parent, UILabel::create(), frame);
+    label->setFont(light(fontSize));
+    label->setTextColor(UIColor::whiteColor());
+    label->setTextAlignment(alignment);
+    label->setAdjustsFontSizeToFitWidth(true);
+    return label;
+}
+
+// A lock-screen wallpaper: a dusk gradient with a few bright shapes that the
+// blur has to smear.
+RefPtr<UIImage> wallpaper(CGSize size)
+{
+    return UIImage::imageWithSize(size, 2, [&](cairo_t* cr) {
+        cairo_pattern_t* sky = cairo_pattern_create_linear(0, 0, size.width, size.height);
+        cairo_pattern_add_color_stop_rgb(sky, 0, 0.10, 0.16, 0.42);
+        cairo_pattern_add_color_stop_rgb(sky, 0.6, 0.55, 0.20, 0.50);
+        cairo_pattern_add_color_stop_rgb(sky, 1, 0.98, 0.55, 0.25);
+        cairo_set_source(cr, sky);
+        cairo_paint(cr);
+        cairo_pattern_destroy(sky);
+        cairo_set_source_rgb(cr, 1, 0.85, 0.35);
+        cairo_arc(cr, size.width * 0.75, size.height * 0.3, 40, 0, 2 * M_PI);
+        cairo_fill(cr);
+        cairo_set_source_rgb(cr, 0.2, 0.8, 0.9);
+        cairo_rectangle(cr, 30, size.height * 0.55, 90, 60);
+        cairo_fill(cr);
+    }, "wallpaper");
+}
+
+RefPtr<UIImage> alarmIcon()
+{
+    return UIImage::imageWithSize(CGSizeMake(30, 30), 2, [](cairo_t* cr) {
+        cairo_set_line_width(cr, 2.5);
+        cairo_arc(cr, 15, 16, 11, 0, 2 * M_PI);
+        cairo_stroke(cr);
+        cairo_move_to(cr, 15, 9);
+        cairo_line_to(cr, 15, 16);
+        cairo_line_to(cr, 20, 19);
+        cairo_stroke(cr);
+        cairo_arc(cr, 6, 5, 4, 0, 2 * M_PI);
+        cairo_arc(cr, 24, 5, 4, 0, 2 * M_PI);
+        cairo_fill(cr);
+    }, "Alarm");
+}
+
+RefPtr<UIImage> sunIcon()
+{
+    return UIImage::imageWithSize(CGSizeMake(18, 18), 2, [](cairo_t* cr) {
+        cairo_set_source_rgb(cr, 1, 0.8, 0.2);
+        cairo_arc(cr, 9, 9, 4.5, 0, 2 * M_PI);
+        cairo_fill(cr);
+        cairo_set_line_width(cr, 1.5);
+        for (int i = 0; i < 8; ++i) {
+            double a = i * M_PI / 4;
+            cairo_move_to(cr, 9 + 6.5 * std::cos(a), 9 + 6.5 * std::sin(a));
+            cairo_line_to(cr, 9 + 8.5 * std::cos(a), 9 + 8.5 * std::sin(a));
+        }
+        cairo_stroke(cr);
+    }, "Weather/Sunny");
+}
+
+RefPtr<UIImage> batteryIcon(double level)
+{
+    return UIImage::imageWithSize(CGSizeMake(50, 25), 2, [&](cairo_t* cr) {
+        cairo_set_source_rgb(cr, 1, 1, 1);
+        cairo_set_line_width(cr, 2);
+        addRoundedRectangle(cr, CGRectMake(1, 1, 44, 23), 4);
+        cairo_stroke(cr);
+        cairo_rectangle(cr, 4, 4, 38 * level, 17);
+        cairo_rectangle(cr, 46, 8, 3, 9);
+        cairo_fill(cr);
+    }, "Battery/Battery80");
+}
+
+RefPtr<NSAttributedString> inlineImageText(UIImage* image, const std::string& text)
+{
+    auto result = NSMutableAttributedString::create();
+    result->appendAttributedString(NSAttributedString::attributedStringWithAttachment(make<NSTextAttachment>(image)).get());
+    result->appendString(text);
+    return result;
+}
+
+// The top of the assistant panel over a blurred wallpaper, with the kinds of
+// content it shows: shrink-to-fit attributed clock text, an inline tinted
+// icon, right-aligned weather lines, a battery icon and a rounded card.
+RefPtr<UIWindow> panelScene()
+{
+    CGRect bounds = CGRectMake(0, 0, 375, 240);
+    auto window = make<UIWindow>(bounds);
+    window->setHidden(false);
+    add(window.get(), make<UIImageView>(wallpaper(bounds.size)), bounds);
+    add(window.get(), make<UIVisualEffectView>(UIBlurEffect::effectWithStyle(2)), bounds);
+
+    auto clock = addLabel(window.get(), CGRectMake(20, 15, 167.5, 80), 45, NSTextAlignmentLeft);
+    clock->setNumberOfLines(2);
+    auto time = NSMutableAttributedString::create("9:05\n", { .font = light(45) });
+    time->appendString("Saturday, November 21", { .font = light(16) });
+    clock->setAttributedText(time.get());
+
+    auto white = UIColor::whiteColor();
+    auto alarm = addLabel(window.get(), CGRectMake(0, 98, 375, 20), 15, NSTextAlignmentCenter);
+    alarm->setAttributedText(inlineImageText(alarmIcon()->scaledToSize(CGSizeMake(15, 15))->tintedWithColor(white.get()).get(), " 7:00 AM").get());
+
+    auto weather = add(window.get(), UIView::create(), CGRectMake(187.5, 8.75, 167.5, 80));
+    addLabel(weather.get(), CGRectMake(0, 0, 167.5, 22), 16, NSTextAlignmentRight)->setAttributedText(inlineImageText(sunIcon().get(), " Mostly Sunny").get());
+    addLabel(weather.get(), CGRectMake(0, 22, 167.5, 18), 12, NSTextAlignmentRight)->setText("high 72 | low 55");
+    addLabel(weather.get(), CGRectMake(0, 40, 167.5, 40), 34, NSTextAlignmentRight)->setText("68°F\n");
+
+    add(window.get(), make<UIImageView>(batteryIcon(0.8)), CGRectMake(20, 128, 25, 12.5));
+    addLabel(window.get(), CGRectMake(50, 126, 60, 16.5), 13, NSTextAlignmentLeft)->setText("76%");
+
+    auto card = add(window.get(), UIView::create(), CGRectMake(10, 155, 355, 75));
+    card->setBackgroundColor(UIColor::colorWithWhite(1, 0.12));
+    card->layer().setCornerRadius(10);
+    card->layer().setBorderWidth(1);
+    card->layer().setBorderColor(UIColor::colorWithWhite(1, 0.3));
+    addLabel(card.get(), CGRectMake(12, 8, 331, 22), 17, NSTextAlignmentLeft)->setText("Your next event is in 2 hours");
+    auto bullet = UIImage::imageWithSize(CGSizeMake(8, 8), 2, [](cairo_t* cr) {
+        cairo_arc(cr, 4, 4, 4, 0, 2 * M_PI);
+        cairo_fill(cr);
+    }, "Bullet");
+    auto detail = addLabel(card.get(), CGRectMake(12, 34, 331, 34), 13, NSTextAlignmentLeft);
+    detail->setNumberOfLines(2);
+    detail->setLineBreakMode(NSLineBreakByTruncatingTail);
+    detail->setAdjustsFontSizeToFitWidth(false);
+    detail->setAttributedText(inlineImageText(bullet->tintedWithColor(rgb(0x1badf8).get()).get(),
+        " Dentist at 11:00 AM, then lunch with Sam at the new place on Market Street, and a long walk back along the river")
+                                  .get());
+    detail->setTextColor(UIColor::colorWithWhite(1, 0.8));
+    return window;
+}
+
+std::vector<char> fileBytes(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return { std::istreambuf_iterator<char>(file), {} };
+}
+
+void expectMatchesReference(const UIImage& picture, const std::string& name)
+{
+    ScreenshotVerdict verdict = verifyScreenshot(picture, (referenceFolder / (name + ".png")).string(), (failureFolder / (name + "-failure.png")).string());
+    EXPECT_TRUE(verdict.passed) << verdict.message;
+    if (verdict.recorded)
+        std::printf("%s\n", verdict.message.c_str());
+}
+
+} // namespace
+
+TEST(UIRenderer, DrawsBackgroundsCornersBordersAlphaAndClipping)
+{
+    auto root = UIView::create(CGRectMake(0, 0, 60, 20));
+    auto round = add(root.get(), UIView::create(), CGRectMake(0, 0, 20, 20));
+    round->setBackgroundColor(UIColor::redColor());
+    round->layer().setCornerRadius(10);
+    round->layer().setBorderWidth(2);
+    round->layer().setBorderColor(rgb(0x0000ff));
+    auto faint = add(root.get(), UIView::create(), CGRectMake(20, 0, 20, 20));
+    faint->setBackgroundColor(UIColor::whiteColor());
+    faint->setAlpha(0.5);
+    auto clipping = add(root.get(), UIView::create(), CGRectMake(40, 0, 20, 10));
+    clipping->setClipsToBounds(true);
+    clipping->layer().setRoundedCornerMask(CALayer::TopLeft, 8);
+    add(clipping.get(), UIView::create(), CGRectMake(0, 0, 20, 20))->setBackgroundColor(UIColor::whiteColor());
+    auto hidden = add(root.get(), UIView::create(), CGRectMake(0, 0, 60, 20));
+    hidden->setBackgroundColor(UIColor::blackColor());
+    hidden->setHidden(true);
+
+    auto picture = UIRenderer::renderView(*root, 1);
+    EXPECT_EQ(picture->pixelAt(0, 0).alpha, 0) << "rounded corner";
+    EXPECT_EQ(picture->pixelAt(10, 10), (UIImage::Pixel { 255, 0, 0, 255 }));
+    EXPECT_EQ(picture->pixelAt(10, 1), (UIImage::Pixel { 0, 0, 255, 255 })) << "border above the background";
+    EXPECT_NEAR(picture->pixelAt(30, 10).alpha, 128, 1);
+    EXPECT_EQ(picture->pixelAt(41, 0).alpha, 0) << "masked corner";
+    EXPECT_EQ(picture->pixelAt(59, 0).alpha, 255) << "unmasked corner";
+    EXPECT_EQ(picture->pixelAt(50, 15).alpha, 0) << "subview clipped";
+}
+
+TEST(UIRenderer, SameViewsGiveByteIdenticalPictures)
+{
+    auto folder = scratchFolder();
+    auto first = UIRenderer::renderWindows({ panelScene().get() }, CGSizeMake(375, 240), 2);
+    auto second = UIRenderer::renderWindows({ panelScene().get() }, CGSizeMake(375, 240), 2);
+    ASSERT_FALSE(first->writePNG((folder / "first.png").string()));
+    ASSERT_FALSE(second->writePNG((folder / "second.png").string()));
+    EXPECT_EQ(first->pixelWidth(), 750);
+    EXPECT_TRUE(fileBytes(folder / "first.png") == fileBytes(folder / "second.png"));
+}
+
+TEST(UIVisualEffectView, DarkBlurSmearsAndDarkensTheBackdrop)
+{
+    // Red on the left, blue on the right, a dark blur over the whole.
+    auto window = make<UIWindow>(CGRectMake(0, 0, 200, 100));
+    window->setHidden(false);
+    add(window.get(), UIView::create(), CGRectMake(0, 0, 100, 100))->setBackgroundColor(UIColor::redColor());
+    add(window.get(), UIView::create(), CGRectMake(100, 0, 100, 100))->setBackgroundColor(rgb(0x0000ff));
+    auto blur = add(window.get(), make<UIVisualEffectView>(UIBlurEffect::effectWithStyle(2)), CGRectMake(0, 0, 200, 100));
+    add(blur->contentView(), UIView::create(), CGRectMake(190, 90, 10, 10))->setBackgroundColor(UIColor::whiteColor());
+
+    auto picture = UIRenderer::renderWindows({ window.get() }, CGSizeMake(200, 100), 1);
+    UIImage::Pixel left = picture->pixelAt(10, 50);
+    UIImage::Pixel middle = picture->pixelAt(100, 50);
+    UIImage::Pixel right = picture->pixelAt(180, 50);
+    // Still coloured (not a grey box), but darkened.
+    EXPECT_GT(left.red, left.blue + 30);
+    EXPECT_LT(left.red, 140);
+    EXPECT_GT(right.blue, right.red + 30);
+    // The colours run into each other at the edge.
+    EXPECT_GT(middle.red, 25);
+    EXPECT_GT(middle.blue, 25);
+    // The content view stays sharp above the blur.
+    EXPECT_EQ(picture->pixelAt(195, 95), (UIImage::Pixel { 255, 255, 255, 255 }));
+
+    // Inside a translucent parent the blur still sees what is behind the parent.
+    auto parent = add(window.get(), UIView::create(), CGRectMake(0, 0, 200, 100));
+    parent->setAlpha(0.99);
+    blur->removeFromSuperview();
+    add(parent.get(), blur, CGRectMake(0, 0, 200, 100));
+    auto faded = UIRenderer::renderWindows({ window.get() }, CGSizeMake(200, 100), 1);
+    EXPECT_NEAR(faded->pixelAt(10, 50).red, left.red, 3);
+}
+
+TEST(ImageComparison, RecordsComparesAndShowsTheDifference)
+{
+    auto folder = scratchFolder();
+    std::string reference = (folder / "reference" / "square.png").string();
+    std::string failure = (folder / "failures" / "square.png").string();
+    auto blue = UIImage::imageWithColor(*rgb(0x0000ff), CGSizeMake(10, 10));
+    std::filesystem::remove(reference);
+
+    EXPECT_FALSE(verifyScreenshot(*blue, reference, failure, {}, RecordMode::Never).passed);
+    ScreenshotVerdict recorded = verifyScreenshot(*blue, reference, failure, {}, RecordMode::Missing);
+    EXPECT_TRUE(recorded.passed && recorded.recorded);
+    EXPECT_TRUE(verifyScreenshot(*blue, reference, failure, {}, RecordMode::Never).passed);
+
+    // One pixel in a hundred is off: within a 1% allowance, not within 0.1%.
+    auto spotted = UIImage::imageWithSize(CGSizeMake(10, 10), 1, [](cairo_t* cr) {
+        cairo_set_source_rgb(cr, 0, 0, 1);
+        cairo_paint(cr);
+        cairo_set_source_rgb(cr, 1, 1, 1);
+        cairo_rectangle(cr, 3, 3, 1, 1);
+        cairo_fill(cr);
+    }, "spotted");
+    EXPECT_TRUE(verifyScreenshot(*spotted, reference, failure, { 2, 0.01 }, RecordMode::Never).passed);
+    ScreenshotVerdict failed = verifyScreenshot(*spotted, reference, failure, { 2, 0.001 }, RecordMode::Never);
+    EXPECT_FALSE(failed.passed);
+    EXPECT_NE(failed.message.find("1 of 100 pixels"), std::string::npos) << failed.message;
+    auto sideBySide = UIImage::imageWithContentsOfFile(failure);
+    ASSERT_TRUE(sideBySide);
+    EXPECT_EQ(sideBySide->pixelWidth(), 30);
+    EXPECT_EQ(sideBySide->pixelAt(23, 3), (UIImage::Pixel { 255, 0, 0, 255 }));
+
+    // A different size never matches.
+    auto wide = UIImage::imageWithColor(*rgb(0x0000ff), CGSizeMake(12, 10));
+    EXPECT_FALSE(verifyScreenshot(*wide, reference, "", { 255, 1 }, RecordMode::Never).passed);
+}
+
+TEST(UIRenderer, PanelMatchesItsReferencePicture)
+{
+    expectMatchesReference(*UIRenderer::renderWindows({ panelScene().get() }, CGSizeMake(375, 240), 2), "panel");
+}
