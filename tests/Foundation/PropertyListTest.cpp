@@ -213,7 +213,7 @@ TEST(NSPropertyListSerialization, AcceptsOddButHarmlessInput)
 {
     // A scalar root, a 16-byte integer, a huge real and a UTF-16 string.
     EXPECT_EQ(objc::cast<NSNumber>(parse(binary({ "\x09" })))->kind(), NSNumber::Kind::Bool);
-    auto wide = objc::cast<NSNumber>(parse(binary({ "\x14" + std::string(15, '\0') + "\x07" })));
+    auto wide = objc::castRef<NSNumber>(parse(binary({ "\x14" + std::string(15, '\0') + "\x07" })));
     ASSERT_TRUE(wide);
     EXPECT_EQ(wide->longLongValue(), 7);
     EXPECT_TRUE(std::isinf(objc::cast<NSNumber>(parse(xml("<real>1e400</real>")))->doubleValue()));
