@@ -27,16 +27,23 @@ RenderContext::PixelRect RenderContext::devicePixels(CGRect rect, int padding) c
     return { x0, y0, x1 - x0, y1 - y0 };
 }
 
-cairo_surface_t* RenderContext::createBackdrop(PixelRect pixels) const
+cairo_surface_t* RenderContext::createBackdrop(PixelRect pixels, double reduction) const
 {
+    reduction = std::max(1.0, reduction);
+    int width = std::max(1, int(std::ceil(pixels.width / reduction)));
+    int height = std::max(1, int(std::ceil(pixels.height / reduction)));
     // What shows is screen OVER a1 * (group1 OVER a2 * (group2 ...)): fold
     // the groups from the innermost outwards.
     cairo_surface_t* folded = nullptr;
     for (size_t k = layers.size(); k-- > 0;) {
-        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, std::max(1, pixels.width), std::max(1, pixels.height));
+        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
         cairo_t* c = cairo_create(surface);
+        cairo_save(c);
+        cairo_scale(c, 1 / reduction, 1 / reduction);
         cairo_set_source_surface(c, layers[k].surface, -pixels.x, -pixels.y);
+        cairo_pattern_set_filter(cairo_get_source(c), CAIRO_FILTER_GOOD);
         cairo_paint(c);
+        cairo_restore(c);
         if (folded) {
             cairo_set_source_surface(c, folded, 0, 0);
             cairo_paint_with_alpha(c, layers[k + 1].alpha);
@@ -46,7 +53,7 @@ cairo_surface_t* RenderContext::createBackdrop(PixelRect pixels) const
         folded = surface;
     }
     if (!folded)
-        folded = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, std::max(1, pixels.width), std::max(1, pixels.height));
+        folded = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
     cairo_surface_flush(folded);
     return folded;
 }

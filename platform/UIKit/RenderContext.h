@@ -32,8 +32,9 @@ struct RenderContext {
     PixelRect devicePixels(CGRect rect, int padding = 0) const;
     // A new ARGB32 surface with what the screen will show under `pixels`
     // from everything drawn so far (the open groups composited over the
-    // screen). The caller destroys it.
-    cairo_surface_t* createBackdrop(PixelRect pixels) const;
+    // screen), shrunk by `reduction` (2 gives a quarter of the pixels). The
+    // caller destroys it.
+    cairo_surface_t* createBackdrop(PixelRect pixels, double reduction = 1) const;
 };
 
 // Adds a rounded rectangle to the path; `corners` are CALayer::Corner bits.

@@ -7,6 +7,7 @@
 #include <pango/pangofc-fontmap.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -115,7 +116,9 @@ PangoFontDescription* TextEngine::createDescription(const UIFont& font, double s
     pango_font_description_set_family_static(description, familyName);
     pango_font_description_set_weight(description, static_cast<PangoWeight>(font.weight()));
     pango_font_description_set_style(description, font.isItalic() ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
-    pango_font_description_set_absolute_size(description, std::max(0.0, font.pointSize() * scale) * PANGO_SCALE);
+    // Sizes beyond any screen are cut down rather than overflow Pango's units.
+    double size = std::clamp(font.pointSize() * scale, 0.0, 4096.0);
+    pango_font_description_set_absolute_size(description, (std::isfinite(size) ? size : 0) * PANGO_SCALE);
     return description;
 }
 

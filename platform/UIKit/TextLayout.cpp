@@ -16,6 +16,15 @@ static void insertAttribute(PangoAttrList* list, PangoAttribute* attribute, size
     pango_attr_list_insert(list, attribute);
 }
 
+// Points in Pango units, kept to sizes a screen can show (an absurd value
+// must not overflow).
+static int pangoUnits(double points)
+{
+    if (!std::isfinite(points))
+        return 0;
+    return int(std::lround(std::clamp(points, -1e5, 1e5) * PANGO_SCALE));
+}
+
 static gpointer retainImage(gconstpointer image)
 {
     static_cast<const UIImage*>(image)->ref();
@@ -67,9 +76,19 @@ void TextLayout::build(const NSAttributedString& text, PangoContext* context)
     bool oneLine = m_style.maxLines == 1;
     bool truncating = isTruncating(m_style.lineBreakMode) && m_style.width >= 0;
 
+    // Pango takes valid UTF-8 only: malformed bytes become U+FFFD, run by
+    // run, so that the runs' offsets stay right.
+    std::vector<std::string> texts;
+    std::string string;
+    for (auto& run : text.runs()) {
+        gchar* valid = g_utf8_make_valid(run.text.data(), static_cast<gssize>(run.text.size()));
+        texts.emplace_back(valid);
+        g_free(valid);
+        string += texts.back();
+    }
     // A one-line box that does not truncate shows the first paragraph only.
-    size_t cut = oneLine && !truncating ? firstParagraphBreak(text.string()) : text.string().size();
-    std::string string = text.string().substr(0, cut);
+    size_t cut = oneLine && !truncating ? firstParagraphBreak(string) : string.size();
+    string.resize(cut);
     m_empty = string.empty();
 
     m_layout = pango_layout_new(context);
@@ -79,11 +98,11 @@ void TextLayout::build(const NSAttributedString& text, PangoContext* context)
 
     PangoAttrList* attributes = pango_attr_list_new();
     size_t start = 0;
-    for (auto& run : text.runs()) {
-        size_t end = std::min(start + run.text.size(), cut);
+    for (size_t r = 0; r < texts.size(); ++r) {
+        size_t end = std::min(start + texts[r].size(), cut);
         if (start >= end)
             break;
-        const NSTextAttributes& a = run.attributes;
+        const NSTextAttributes& a = text.runs()[r].attributes;
         PangoFontDescription* description = engine.createDescription(a.font ? *a.font : *defaultFont, m_style.fontScale);
         insertAttribute(attributes, pango_attr_font_desc_new(description), start, end);
         pango_font_description_free(description);
@@ -94,8 +113,8 @@ void TextLayout::build(const NSAttributedString& text, PangoContext* context)
         if (a.attachment && a.attachment->image()) {
             CGRect bounds = a.attachment->effectiveBounds();
             // Pango's rectangles grow downwards from the baseline.
-            PangoRectangle rect { int(std::lround(bounds.origin.x * PANGO_SCALE)), int(std::lround(-(bounds.origin.y + bounds.size.height) * PANGO_SCALE)),
-                int(std::lround(bounds.size.width * PANGO_SCALE)), int(std::lround(bounds.size.height * PANGO_SCALE)) };
+            PangoRectangle rect { pangoUnits(bounds.origin.x), pangoUnits(-(bounds.origin.y + bounds.size.height)), pangoUnits(bounds.size.width),
+                pangoUnits(bounds.size.height) };
             for (size_t i = start; i + 3 <= end; ++i) {
                 if (string.compare(i, 3, NSAttributedString::attachmentCharacter) != 0)
                     continue;
@@ -106,6 +125,8 @@ void TextLayout::build(const NSAttributedString& text, PangoContext* context)
         }
         start = end;
     }
+    // UIKit breaks words that do not fit without adding hyphens.
+    insertAttribute(attributes, pango_attr_insert_hyphens_new(FALSE), 0, string.size());
     pango_layout_set_text(m_layout, string.data(), static_cast<int>(string.size()));
     pango_layout_set_attributes(m_layout, attributes);
     pango_attr_list_unref(attributes);
@@ -119,7 +140,7 @@ void TextLayout::applyLineRules()
         : m_style.lineBreakMode == NSLineBreakByTruncatingMiddle                      ? PANGO_ELLIPSIZE_MIDDLE
                                                                                       : PANGO_ELLIPSIZE_END;
     if (m_style.width >= 0 && (m_style.maxLines != 1 || truncating)) {
-        pango_layout_set_width(m_layout, int(std::lround(m_style.width * PANGO_SCALE)));
+        pango_layout_set_width(m_layout, std::max(0, pangoUnits(m_style.width)));
         pango_layout_set_wrap(m_layout, m_style.lineBreakMode == NSLineBreakByCharWrapping ? PANGO_WRAP_CHAR : PANGO_WRAP_WORD_CHAR);
         switch (m_style.alignment) {
         case NSTextAlignmentCenter:
@@ -152,7 +173,7 @@ void TextLayout::applyLineRules()
             int bottom = 0;
             pango_layout_iter_get_line_yrange(iter, &top, &bottom);
             bottoms.push_back(bottom);
-            if (m_style.height < 0 || bottom <= std::lround((m_style.height + 0.01) * PANGO_SCALE))
+            if (m_style.height < 0 || bottom <= pangoUnits(m_style.height + 0.01))
                 ++fitting;
         } while (pango_layout_iter_next_line(iter));
         pango_layout_iter_free(iter);

@@ -70,8 +70,8 @@ RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
     std::filesystem::path file(path);
     std::vector<std::string> candidates;
     if (scaleFromFileName(path) == 1) {
-        std::filesystem::path retina = file.parent_path() / (file.stem().string() + "@2x" + file.extension().string());
-        candidates.push_back(retina.string());
+        for (const char* suffix : { "@2x", "@3x" })
+            candidates.push_back((file.parent_path() / (file.stem().string() + suffix + file.extension().string())).string());
     }
     candidates.push_back(path);
     for (auto& candidate : candidates) {
@@ -205,7 +205,8 @@ RefPtr<UIColor> UIImage::mergedColor() const
 
 void UIImage::drawInRect(cairo_t* cr, CGRect rect, double alpha) const
 {
-    if (rect.size.width <= 0 || rect.size.height <= 0)
+    if (!(rect.size.width > 0 && rect.size.height > 0) || !std::isfinite(rect.origin.x) || !std::isfinite(rect.origin.y)
+        || !std::isfinite(rect.size.width) || !std::isfinite(rect.size.height))
         return;
     cairo_save(cr);
     cairo_translate(cr, rect.origin.x, rect.origin.y);

@@ -32,9 +32,10 @@ public:
     UIImage(cairo_surface_t*, double scale, std::string name);
     ~UIImage() override;
 
-    // Loads a PNG file; null when it is missing or not a PNG. A "@2x" or
-    // "@3x" variant next to the file is preferred, and sets the scale, as
-    // UIKit does on a Retina screen.
+    // Loads a PNG file; null when it is missing or not a PNG. A "@2x" (or
+    // else "@3x") variant next to the file is preferred and sets the scale,
+    // as UIKit does on a Retina screen; a file without such a suffix has a
+    // scale of 1, one point per pixel.
     static RefPtr<UIImage> imageWithContentsOfFile(const std::string& path);
     // An image drawn by code: `draw` paints into a context whose units are
     // points, with (0, 0) at the top left.

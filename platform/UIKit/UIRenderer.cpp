@@ -15,9 +15,24 @@ static bool isClippedAway(cairo_t* cr, CGRect rect)
     return !CGRectIntersectsRect(rect, CGRectMake(x0, y0, x1 - x0, y1 - y0));
 }
 
+// Whether cairo can draw the view at all: a value that is not a number, or a
+// transform that flattens the view, would put the context in an error state
+// and blank the rest of the picture.
+static bool isDrawable(const UIView& view)
+{
+    CGRect f = view.frame();
+    CGRect b = view.bounds();
+    CGAffineTransform t = view.transform();
+    for (double value : { f.origin.x, f.origin.y, f.size.width, f.size.height, b.origin.x, b.origin.y, view.alpha(), t.a, t.b, t.c, t.d, t.tx, t.ty }) {
+        if (!std::isfinite(value))
+            return false;
+    }
+    return std::abs(t.a * t.d - t.b * t.c) > 1e-12;
+}
+
 void UIRenderer::drawView(const UIView& view, RenderContext& context)
 {
-    if (view.isHidden() || view.alpha() <= 0)
+    if (view.isHidden() || view.alpha() <= 0 || !isDrawable(view))
         return;
     cairo_t* cr = context.cr;
     CGRect frame = view.frame();

@@ -34,38 +34,70 @@ StrongId UIVisualEffectView::initWithEffect(UIBlurEffect* effect)
     return StrongId(this);
 }
 
-// One pass of a box blur of half-width `radius` along rows (or columns) of
+static int blurPassRadius(const UIBlurEffect& effect) { return std::max(1, int(std::lround(effect.blurRadius() / 2))); }
+
+// A sum of 2r + 1 bytes divided by their count, by multiplying with a
+// fixed-point reciprocal (a division per channel would cost most of the blur).
+struct BoxAverage {
+    explicit BoxAverage(int radius)
+        : multiplier(((uint64_t(1) << 32) + uint64_t(radius)) / uint64_t(2 * radius + 1))
+    {
+    }
+    uint8_t operator()(uint32_t sum) const { return static_cast<uint8_t>((sum * multiplier + (uint64_t(1) << 31)) >> 32); }
+    uint64_t multiplier;
+};
+
+// One pass of a box blur of half-width `radius` along the rows of
 // premultiplied 8-bit pixels, with the edge pixels repeated beyond the edge.
-static void boxBlurPass(const uint8_t* source, uint8_t* target, int width, int height, int stride, int radius, bool horizontal)
+static void blurRows(const uint8_t* source, uint8_t* target, int width, int height, int stride, int radius)
 {
-    int lines = horizontal ? height : width;
-    int length = horizontal ? width : height;
-    int step = horizontal ? 4 : stride;
-    int lineStep = horizontal ? stride : 4;
-    uint32_t divisor = static_cast<uint32_t>(2 * radius + 1);
-    for (int line = 0; line < lines; ++line) {
-        const uint8_t* in = source + static_cast<size_t>(line) * lineStep;
-        uint8_t* out = target + static_cast<size_t>(line) * lineStep;
-        auto at = [&](int i) { return in + static_cast<size_t>(std::clamp(i, 0, length - 1)) * step; };
+    BoxAverage average(radius);
+    for (int y = 0; y < height; ++y) {
+        const uint8_t* in = source + static_cast<size_t>(y) * stride;
+        uint8_t* out = target + static_cast<size_t>(y) * stride;
+        auto at = [&](int x) { return in + 4 * static_cast<size_t>(std::clamp(x, 0, width - 1)); };
         uint32_t sum[4] = { 0, 0, 0, 0 };
-        for (int i = -radius; i <= radius; ++i) {
+        for (int x = -radius; x <= radius; ++x) {
             for (int c = 0; c < 4; ++c)
-                sum[c] += at(i)[c];
+                sum[c] += at(x)[c];
         }
-        for (int i = 0; i < length; ++i) {
-            uint8_t* pixel = out + static_cast<size_t>(i) * step;
+        for (int x = 0; x < width; ++x) {
             for (int c = 0; c < 4; ++c)
-                pixel[c] = static_cast<uint8_t>((sum[c] + divisor / 2) / divisor);
-            const uint8_t* entering = at(i + radius + 1);
-            const uint8_t* leaving = at(i - radius);
+                out[4 * x + c] = average(sum[c]);
+            const uint8_t* entering = at(x + radius + 1);
+            const uint8_t* leaving = at(x - radius);
             for (int c = 0; c < 4; ++c)
                 sum[c] += entering[c] - leaving[c];
         }
     }
 }
 
-// Blurs, saturates and tints an ARGB32 surface in place.
-static void applyBlur(cairo_surface_t* surface, const UIBlurEffect& effect, double scale)
+// The same along the columns, walking the rows in memory order with one
+// running sum per column.
+static void blurColumns(const uint8_t* source, uint8_t* target, int width, int height, int stride, int radius)
+{
+    BoxAverage average(radius);
+    size_t channels = 4 * static_cast<size_t>(width);
+    std::vector<uint32_t> sums(channels, 0);
+    auto row = [&](int y) { return source + static_cast<size_t>(std::clamp(y, 0, height - 1)) * stride; };
+    for (int y = -radius; y <= radius; ++y) {
+        const uint8_t* in = row(y);
+        for (size_t i = 0; i < channels; ++i)
+            sums[i] += in[i];
+    }
+    for (int y = 0; y < height; ++y) {
+        uint8_t* out = target + static_cast<size_t>(y) * stride;
+        for (size_t i = 0; i < channels; ++i)
+            out[i] = average(sums[i]);
+        const uint8_t* entering = row(y + radius + 1);
+        const uint8_t* leaving = row(y - radius);
+        for (size_t i = 0; i < channels; ++i)
+            sums[i] += entering[i] - leaving[i];
+    }
+}
+
+// Blurs, saturates and tints, in place, an ARGB32 surface of one pixel per point.
+static void applyBlur(cairo_surface_t* surface, const UIBlurEffect& effect)
 {
     int width = cairo_image_surface_get_width(surface);
     int height = cairo_image_surface_get_height(surface);
@@ -73,11 +105,11 @@ static void applyBlur(cairo_surface_t* surface, const UIBlurEffect& effect, doub
     uint8_t* data = cairo_image_surface_get_data(surface);
     // Three box passes of half-width r come close to a Gaussian whose
     // standard deviation is about r; the style's radius spans two of them.
-    int radius = std::max(1, int(std::lround(effect.blurRadius() * scale / 2)));
+    int radius = blurPassRadius(effect);
     std::vector<uint8_t> scratch(static_cast<size_t>(stride) * height);
     for (int pass = 0; pass < 3; ++pass) {
-        boxBlurPass(data, scratch.data(), width, height, stride, radius, true);
-        boxBlurPass(scratch.data(), data, width, height, stride, radius, false);
+        blurRows(data, scratch.data(), width, height, stride, radius);
+        blurColumns(scratch.data(), data, width, height, stride, radius);
     }
 
     double saturation = effect.saturation();
@@ -90,10 +122,11 @@ static void applyBlur(cairo_surface_t* surface, const UIBlurEffect& effect, doub
             double a = argb >> 24;
             double rgb[3] = { double((argb >> 16) & 0xff), double((argb >> 8) & 0xff), double(argb & 0xff) };
             double luma = 0.2126 * rgb[0] + 0.7152 * rgb[1] + 0.0722 * rgb[2];
-            uint32_t result = uint32_t(std::lround(a * (1 - tintAlpha) + 255 * tintAlpha)) << 24;
+            // Every value is positive: adding a half and truncating rounds.
+            uint32_t result = uint32_t(a * (1 - tintAlpha) + 255 * tintAlpha + 0.5) << 24;
             for (int c = 0; c < 3; ++c) {
                 double saturated = std::clamp(luma + (rgb[c] - luma) * saturation, 0.0, a);
-                result |= uint32_t(std::lround(saturated * (1 - tintAlpha) + tint * tintAlpha)) << (16 - 8 * c);
+                result |= uint32_t(saturated * (1 - tintAlpha) + tint * tintAlpha + 0.5) << (16 - 8 * c);
             }
             row[x] = result;
         }
@@ -107,18 +140,26 @@ void UIVisualEffectView::drawContent(RenderContext& context) const
         return;
     cairo_t* cr = context.cr;
     CGRect local = { {}, bounds().size };
-    int padding = 3 * std::max(1, int(std::lround(m_effect->blurRadius() * context.scale / 2)));
+    // The blur runs at one pixel per point, as the phone blurs a reduced
+    // copy of the backdrop: the picture is the same and the work a
+    // fraction. Edges take the backdrop from around the view.
+    double reduction = std::max(1.0, context.scale);
+    int padding = int(std::ceil(3 * blurPassRadius(*m_effect) * reduction));
     RenderContext::PixelRect area = context.devicePixels(local, padding);
     if (area.width <= 0 || area.height <= 0)
         return;
-    cairo_surface_t* backdrop = context.createBackdrop(area);
-    applyBlur(backdrop, *m_effect, context.scale);
+    cairo_surface_t* backdrop = context.createBackdrop(area, reduction);
+    applyBlur(backdrop, *m_effect);
 
     cairo_save(cr);
     addRoundedRectangle(cr, local, layer().cornerRadius());
     cairo_clip(cr);
     cairo_identity_matrix(cr);
-    cairo_set_source_surface(cr, backdrop, area.x, area.y);
+    cairo_translate(cr, area.x, area.y);
+    cairo_scale(cr, reduction, reduction);
+    cairo_set_source_surface(cr, backdrop, 0, 0);
+    cairo_pattern_set_extend(cairo_get_source(cr), CAIRO_EXTEND_PAD);
+    cairo_pattern_set_filter(cairo_get_source(cr), CAIRO_FILTER_BILINEAR);
     cairo_paint(cr);
     cairo_restore(cr);
     cairo_surface_destroy(backdrop);

@@ -175,6 +175,55 @@ RefPtr<UIWindow> panelScene()
     return window;
 }
 
+// Labels under every line rule, each on a pale box that shows its bounds,
+// and a light blur inside a translucent card.
+RefPtr<UIWindow> textRulesScene()
+{
+    auto window = make<UIWindow>(CGRectMake(0, 0, 320, 200));
+    window->setHidden(false);
+    window->setBackgroundColor(rgb(0xefeff4));
+    auto addBox = [&](CGRect frame, const std::string& text, NSTextAlignment alignment, int lines, NSLineBreakMode mode) {
+        auto label = add(window.get(), UILabel::create(), frame);
+        label->setBackgroundColor(UIColor::whiteColor());
+        label->setFont(UIFont::systemFontOfSize(12));
+        label->setTextColor(rgb(0x1c1c1e));
+        label->setTextAlignment(alignment);
+        label->setNumberOfLines(lines);
+        label->setLineBreakMode(mode);
+        label->setText(text);
+        return label;
+    };
+    const std::string sentence = "The quick brown fox jumps over the lazy dog by the river bank";
+    addBox(CGRectMake(8, 8, 148, 44), sentence, NSTextAlignmentLeft, 0, NSLineBreakByWordWrapping);
+    addBox(CGRectMake(164, 8, 148, 44), sentence, NSTextAlignmentJustified, 3, NSLineBreakByWordWrapping);
+    addBox(CGRectMake(8, 58, 148, 18), sentence, NSTextAlignmentLeft, 1, NSLineBreakByTruncatingHead);
+    addBox(CGRectMake(164, 58, 148, 18), sentence, NSTextAlignmentLeft, 1, NSLineBreakByTruncatingMiddle);
+    addBox(CGRectMake(8, 82, 148, 18), "Line one\nLine two", NSTextAlignmentCenter, 1, NSLineBreakByTruncatingTail);
+    addBox(CGRectMake(164, 82, 148, 18), "Short", NSTextAlignmentRight, 1, NSLineBreakByTruncatingTail);
+    addBox(CGRectMake(8, 106, 148, 30), sentence, NSTextAlignmentCenter, 2, NSLineBreakByCharWrapping);
+    auto shrunk = addBox(CGRectMake(164, 106, 148, 30), "Shrinks to fit the box", NSTextAlignmentLeft, 1, NSLineBreakByTruncatingTail);
+    shrunk->setFont(UIFont::boldSystemFontOfSize(24));
+    shrunk->setAdjustsFontSizeToFitWidth(true);
+    shrunk->setMinimumScaleFactor(0.5);
+
+    auto stripes = add(window.get(), UIView::create(), CGRectMake(8, 144, 304, 48));
+    stripes->setClipsToBounds(true);
+    stripes->layer().setRoundedCornerMask(CALayer::TopLeft | CALayer::BottomRight, 12);
+    const int colours[] = { 0xff3b30, 0xff9500, 0xffcc00, 0x4cd964, 0x5ac8fa, 0x007aff, 0x5856d6, 0xff2d55 };
+    for (int i = 0; i < 8; ++i)
+        add(stripes.get(), UIView::create(), CGRectMake(i * 38, 0, 38, 48))->setBackgroundColor(rgb(colours[i]));
+    auto card = add(stripes.get(), UIView::create(), CGRectMake(60, 8, 184, 32));
+    card->setAlpha(0.9);
+    card->layer().setCornerRadius(8);
+    card->setClipsToBounds(true);
+    auto blur = add(card.get(), make<UIVisualEffectView>(UIBlurEffect::effectWithStyle(0)), CGRectMake(0, 0, 184, 32));
+    auto title = add(blur->contentView(), UILabel::create(), CGRectMake(0, 0, 184, 32));
+    title->setText("Extra light blur");
+    title->setFont(UIFont::fontWithName("HelveticaNeue-Medium", 15));
+    title->setTextAlignment(NSTextAlignmentCenter);
+    return window;
+}
+
 std::vector<char> fileBytes(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -302,4 +351,30 @@ TEST(ImageComparison, RecordsComparesAndShowsTheDifference)
 TEST(UIRenderer, PanelMatchesItsReferencePicture)
 {
     expectMatchesReference(*UIRenderer::renderWindows({ panelScene().get() }, CGSizeMake(375, 240), 2), "panel");
+}
+
+TEST(UIRenderer, TextRulesMatchTheirReferencePicture)
+{
+    expectMatchesReference(*UIRenderer::renderWindows({ textRulesScene().get() }, CGSizeMake(320, 200), 2), "text-rules");
+}
+
+TEST(UIRenderer, BadValuesDoNotSpoilTheRestOfThePicture)
+{
+    auto root = UIView::create(CGRectMake(0, 0, 40, 20));
+    auto flattened = add(root.get(), UIView::create(), CGRectMake(0, 0, 20, 20));
+    flattened->setBackgroundColor(UIColor::redColor());
+    flattened->setTransform(CGAffineTransformMakeScale(0, 1));
+    add(root.get(), UIView::create(), CGRectMake(NAN, 0, 20, 20))->setBackgroundColor(UIColor::redColor());
+    auto label = add(root.get(), UILabel::create(), CGRectMake(0, 0, 40, 20));
+    label->setText("bad \xff\xfe bytes \xe2\x82");
+    label->setFont(UIFont::fontWithName("HelveticaNeue", 1e12));
+    label->setAdjustsFontSizeToFitWidth(true);
+    auto attachment = make<NSTextAttachment>(UIImage::imageWithColor(*UIColor::redColor(), CGSizeMake(2, 2)), CGRectMake(0, 0, 1e30, NAN));
+    auto odd = add(root.get(), UILabel::create(), CGRectMake(0, 0, 40, 20));
+    odd->setAttributedText(NSAttributedString::attributedStringWithAttachment(attachment).get());
+    add(root.get(), UIView::create(), CGRectMake(20, 0, 20, 20))->setBackgroundColor(rgb(0x00ff00));
+
+    auto picture = UIRenderer::renderView(*root, 1);
+    EXPECT_EQ(picture->pixelAt(30, 10), (UIImage::Pixel { 0, 255, 0, 255 }));
+    EXPECT_NE(picture->pixelAt(10, 2), (UIImage::Pixel { 255, 0, 0, 255 }));
 }
