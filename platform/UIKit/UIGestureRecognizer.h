@@ -1,21 +1,129 @@
 #pragma once
 
+#include <CoreGraphics/CGGeometry.h>
 #include <objc/objc.h>
 
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <vector>
 
+class UITouch;
 class UIView;
 
-// The base of the gesture recognisers. (Its states, the concrete recognisers
-// and touch delivery are completed in this library's gesture files.)
+enum UIGestureRecognizerState : int {
+    UIGestureRecognizerStatePossible = 0,
+    UIGestureRecognizerStateBegan = 1,
+    UIGestureRecognizerStateChanged = 2,
+    UIGestureRecognizerStateEnded = 3,
+    UIGestureRecognizerStateCancelled = 4,
+    UIGestureRecognizerStateFailed = 5,
+    UIGestureRecognizerStateRecognized = UIGestureRecognizerStateEnded,
+};
+
+// The base of the gesture recognisers, as UIKit's. A recogniser watches the
+// touches that land on its view or the view's subviews and moves through the
+// states of a fixed table: a discrete gesture (a tap, a swipe) goes from
+// possible to recognized or failed, a continuous one (a long press, a pan)
+// through began, changed and ended or cancelled. Each move to began,
+// changed, recognized/ended or cancelled sends the action to every target,
+// with the recogniser as the argument.
+//
+// The gesture environment arbitrates between the recognisers of one touch:
+// one that begins or recognises makes the others still possible fail (unless
+// either side declines, see canPreventGestureRecognizer), and a recogniser
+// that must wait for another to fail (requireGestureRecognizerToFail) holds
+// its success until that one has failed, or fails itself if that one
+// succeeds. There are no delegates.
 class UIGestureRecognizer : public NSObject {
     OBJC_CLASS(UIGestureRecognizer)
 public:
+    UIGestureRecognizer() = default;
+    UIGestureRecognizer(NSObject* target, objc::SEL action);
+    ~UIGestureRecognizer() override;
+    // `initWithTarget:action:` for recognisers made by `alloc`; answers self.
+    StrongId initWithTarget(NSObject* target, objc::SEL action);
+
+    // Targets are kept alive by the recogniser (UIKit does not retain them;
+    // keeping them means a freed target can never be messaged).
+    void addTarget(NSObject* target, objc::SEL action);
+    void removeTarget(NSObject* target, objc::SEL action);
+    // A C++ target, for recognisers UIKit makes for its own views.
+    void addHandler(std::function<void(UIGestureRecognizer&)>);
+
+    UIGestureRecognizerState state() const { return m_state; }
+    bool isEnabled() const { return m_enabled; }
+    // Disabling a recogniser in the middle of a gesture cancels or fails it.
+    void setEnabled(bool);
+    // Whether recognising takes the touch away from the view (which then
+    // gets touchesCancelled), as by default in UIKit.
+    bool cancelsTouchesInView() const { return m_cancelsTouchesInView; }
+    void setCancelsTouchesInView(bool cancels) { m_cancelsTouchesInView = cancels; }
+
     UIView* view() const { return m_view; }
+    // Only UIView's addGestureRecognizer and removeGestureRecognizer call this.
     void setView(UIView* view) { m_view = view; }
-    // The word a dump uses for this kind: "tap", "doubletap", "longpress", "swipe-up", ...
+
+    // This recogniser succeeds only after `other` has failed.
+    void requireGestureRecognizerToFail(UIGestureRecognizer* other);
+    const std::vector<RefPtr<UIGestureRecognizer>>& failureRequirements() const { return m_failureRequirements; }
+
+    // Where the finger is (or was last), in the view's coordinates; a null
+    // view means screen points.
+    CGPoint locationInView(const UIView*) const;
+
+    // The word a dump uses for this kind: "tap", "doubletap", "longpress",
+    // "swipe-up", ...; empty for recognisers views make for themselves.
     virtual std::string kindName() const { return "gesture"; }
 
+    // Whether this recogniser, on succeeding, makes `other` fail, and whether
+    // it lets `other` make it fail. Both must agree for one to prevent the
+    // other.
+    virtual bool canPreventGestureRecognizer(const UIGestureRecognizer&) const { return true; }
+    virtual bool canBePreventedByGestureRecognizer(const UIGestureRecognizer&) const { return true; }
+
+    // The state table: which moves a recogniser may make. A move back to
+    // possible is the reset that follows every finished gesture.
+    static bool isTransitionAllowed(UIGestureRecognizerState from, UIGestureRecognizerState to);
+
+    // The touch as it reaches the recogniser (the gesture environment calls these).
+    virtual void touchesBegan(UITouch*) { }
+    virtual void touchesMoved(UITouch*) { }
+    virtual void touchesEnded(UITouch*) { }
+    virtual void touchesCancelled(UITouch*);
+
+protected:
+    // Asks for a move of the state table; a move the table does not allow
+    // is refused (false). Success may be held back by a failure requirement.
+    bool setState(UIGestureRecognizerState);
+    // Back to a fresh start after a finished gesture.
+    virtual void reset() { }
+
+    // Runs `work` once after `delay` on the run loop, unless the recogniser
+    // is reset first. One such timer at a time.
+    void startTimer(double delay, std::function<void()> work);
+    void stopTimer();
+
 private:
+    friend class UIGestureEnvironment;
+    struct Target {
+        RefPtr<NSObject> object;
+        NSObject* unretained;
+        objc::SEL action;
+    };
+
+    void sendActions();
+    void resetState();
+
+    UIGestureRecognizerState m_state { UIGestureRecognizerStatePossible };
+    // A success held back until the failure requirements have failed.
+    UIGestureRecognizerState m_pendingState { UIGestureRecognizerStatePossible };
+    bool m_enabled { true };
+    bool m_cancelsTouchesInView { true };
     UIView* m_view { nullptr };
+    CGPoint m_location {};
+    std::vector<Target> m_targets;
+    std::vector<std::function<void(UIGestureRecognizer&)>> m_handlers;
+    std::vector<RefPtr<UIGestureRecognizer>> m_failureRequirements;
+    uint64_t m_timer { 0 };
 };

@@ -8,6 +8,30 @@
 
 OBJC_IMPLEMENT_CLASS(UIResponder, NSObject) { }
 
+void UIResponder::touchesBegan(UITouch* touch)
+{
+    if (UIResponder* next = nextResponder())
+        next->touchesBegan(touch);
+}
+
+void UIResponder::touchesMoved(UITouch* touch)
+{
+    if (UIResponder* next = nextResponder())
+        next->touchesMoved(touch);
+}
+
+void UIResponder::touchesEnded(UITouch* touch)
+{
+    if (UIResponder* next = nextResponder())
+        next->touchesEnded(touch);
+}
+
+void UIResponder::touchesCancelled(UITouch* touch)
+{
+    if (UIResponder* next = nextResponder())
+        next->touchesCancelled(touch);
+}
+
 OBJC_IMPLEMENT_CLASS(UIView, UIResponder)
 {
     c.method<&UIView::initWithFrame>("initWithFrame:");
@@ -44,6 +68,8 @@ UIView::~UIView()
 {
     for (auto& subview : m_subviews)
         subview->m_superview = nullptr;
+    for (auto& recognizer : m_gestureRecognizers)
+        recognizer->setView(nullptr);
 }
 
 StrongId UIView::initWithFrame(CGRect frame)
@@ -54,6 +80,7 @@ StrongId UIView::initWithFrame(CGRect frame)
 
 void UIView::setFrame(CGRect frame)
 {
+    willChangeAnimatableProperty();
     CGSize oldSize = m_bounds.size;
     m_frame = frame;
     if (oldSize != frame.size) {
@@ -64,6 +91,7 @@ void UIView::setFrame(CGRect frame)
 
 void UIView::setBounds(CGRect bounds)
 {
+    willChangeAnimatableProperty();
     CGSize oldSize = m_bounds.size;
     m_bounds = bounds;
     if (oldSize != bounds.size) {
@@ -77,7 +105,14 @@ void UIView::setBounds(CGRect bounds)
 
 void UIView::setCenter(CGPoint centre)
 {
+    willChangeAnimatableProperty();
     m_frame.origin = { centre.x - m_frame.size.width / 2, centre.y - m_frame.size.height / 2 };
+}
+
+void UIView::setAlpha(double alpha)
+{
+    willChangeAnimatableProperty();
+    m_alpha = alpha;
 }
 
 void UIView::boundsSizeDidChange(CGSize oldSize)
@@ -346,7 +381,11 @@ void UIView::dumpProperties(nlohmann::json& node) const
         node["corners"] = list;
     }
     auto gestures = nlohmann::json::array();
-    for (auto& recognizer : m_gestureRecognizers)
-        gestures.push_back(recognizer->kindName());
+    for (auto& recognizer : m_gestureRecognizers) {
+        // Recognisers a view makes for itself (a scroll view's pan) have no
+        // kind name and are not listed.
+        if (auto kind = recognizer->kindName(); !kind.empty())
+            gestures.push_back(kind);
+    }
     node["gestures"] = gestures;
 }

