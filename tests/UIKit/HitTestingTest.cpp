@@ -4,6 +4,25 @@
 #include <UIKit/UITapGestureRecognizer.h>
 
 using HitTesting = EventsTest;
+using Phases = std::vector<std::string>;
+
+namespace {
+
+// Writes down the phases that reach it.
+class TouchRecordingView : public UIView {
+    OBJC_CLASS(TouchRecordingView)
+public:
+    using UIView::UIView;
+    void touchesBegan(UITouch*) override { phases.push_back("began"); }
+    void touchesMoved(UITouch*) override { phases.push_back("moved"); }
+    void touchesEnded(UITouch*) override { phases.push_back("ended"); }
+    void touchesCancelled(UITouch*) override { phases.push_back("cancelled"); }
+    Phases phases;
+};
+
+} // namespace
+
+OBJC_IMPLEMENT_CLASS(TouchRecordingView, UIView) { }
 
 TEST_F(HitTesting, SkipsHiddenTransparentAndNonInteractiveViews)
 {
@@ -80,4 +99,30 @@ TEST_F(HitTesting, WindowsAreSearchedFrontToBackAndHiddenOnesSkipped)
     EXPECT_EQ(app().hitTest({ 75, 75 }), overlay.get());
     overlay->setHidden(true);
     EXPECT_EQ(app().hitTest({ 75, 75 }), window.get());
+}
+
+TEST_F(HitTesting, TouchesClimbTheResponderChainUntilARecogniserTakesThem)
+{
+    auto parent = addView<TouchRecordingView>(CGRectMake(0, 0, 200, 200));
+    auto child = addView(CGRectMake(50, 50, 100, 100), parent.get());
+    app().sendTouch(centre(child.get()), UITouchPhaseBegan);
+    // The touch stays with the view it began on, wherever it goes.
+    app().sendTouch({ 300, 300 }, UITouchPhaseMoved);
+    app().sendTouch({ 300, 300 }, UITouchPhaseEnded);
+    EXPECT_EQ(parent->phases, (Phases { "began", "moved", "ended" }));
+
+    parent->phases.clear();
+    child->addGestureRecognizer(make<UITapGestureRecognizer>(log.get(), OBJC_SEL("single:")).get());
+    app().tapAt(centre(child.get()));
+    EXPECT_EQ(parent->phases, (Phases { "began", "cancelled" }));
+
+    // The system taking the screen cancels the touch in progress.
+    parent->phases.clear();
+    app().sendTouch(centre(child.get()), UITouchPhaseBegan);
+    app().cancelTouches();
+    app().sendTouch(centre(child.get()), UITouchPhaseEnded);
+    EXPECT_EQ(parent->phases, (Phases { "began", "cancelled" }));
+    EXPECT_EQ(log->entries, std::vector<std::string> { "single:ended" });
+
+    EXPECT_FALSE(app().tapAt({ -10, -10 }));
 }

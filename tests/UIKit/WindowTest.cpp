@@ -109,9 +109,18 @@ TEST_F(Windows, AnimationsApplyAtOnceAndCompleteOnTheClock)
     EXPECT_EQ(completions, std::vector<bool> { true });
     EXPECT_EQ(view->presentationAlpha(), 0);
 
+    // A delay holds the in-flight values back, then the duration runs.
+    UIView::animateWithDuration(0.2, 0.5, 0, [&] { view->setAlpha(1); }, [&](bool finished) { completions.push_back(finished); });
+    advance(0.3);
+    EXPECT_EQ(view->presentationAlpha(), 0);
+    advance(0.3);
+    EXPECT_NEAR(view->presentationAlpha(), 0.5, 1e-6);
+    advance(0.11);
+    EXPECT_EQ(completions.size(), 2u);
+
     // Nothing to animate: the completion still waits for the run loop.
     UIView::animateWithDuration(0, nullptr, [&](bool finished) { completions.push_back(finished); });
-    EXPECT_EQ(completions.size(), 1u);
-    NSRunLoop::mainRunLoop()->runPending();
     EXPECT_EQ(completions.size(), 2u);
+    NSRunLoop::mainRunLoop()->runPending();
+    EXPECT_EQ(completions.size(), 3u);
 }
