@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
     volatile long sink = 0;
     volatile double interval = 0;
 #define KV_ASK(key, fallback) sink = sink + settings->key();
-#define KV_ASK_INTERVAL(key, fallback) interval = settings->key();
+#define KV_ASK_INTERVAL(key, fallback) interval = interval + settings->key();
 #define KV_ASK_OBJECT(key, fallback) sink = sink + (settings->key() ? 1 : 0);
     KV_BOOL_SETTINGS(KV_ASK)
     KV_INT_SETTINGS(KV_ASK)

@@ -18,6 +18,15 @@ uint64_t readBigEndian(const uint8_t* bytes, size_t size)
     return value;
 }
 
+bool containsNul(const uint8_t* bytes, size_t length, size_t unitSize)
+{
+    for (size_t i = 0; i + unitSize <= length; i += unitSize) {
+        if (bytes[i] == 0 && bytes[i + unitSize - 1] == 0)
+            return true;
+    }
+    return false;
+}
+
 // A binary property list ("bplist00"): objects, then a table of their
 // offsets, then a 32-byte trailer saying where the table is and how wide
 // its entries and the objects' references are.
@@ -141,7 +150,13 @@ Failure BinaryList::readObject(uint64_t index, Object& object) const
             return "string runs past the objects";
         payload = (marker >> 4) == 0x6 ? count * 2 : count;
         object.isString = (marker >> 4) != 0x4;
-        break;
+        if (payload > available)
+            return "object runs past the objects";
+        // libplist asserts that keys have no NUL character in them; no
+        // preference needs one anywhere.
+        if (object.isString && containsNul(m_bytes + at, payload, (marker >> 4) == 0x6 ? 2 : 1))
+            return "string with a NUL character";
+        return {};
     }
     case 0xA:
     case 0xD: {

@@ -194,6 +194,8 @@ TEST(NSPropertyListSerialization, RejectsHostileInputWithAnError)
         { "reference out of range", binary({ array({ 7 }) }) },
         { "top object out of range", binary({ "\x09" }, 3) },
         { "dictionary key not a string", binary({ "\xD1\x01\x01", "\x09" }) },
+        { "UTF-16 key holding a NUL", binary({ "\xD1\x01\x02", std::string("\x62\x00\x41\x00\x00", 5), "\x09" }) },
+        { "string holding a NUL", binary({ std::string("\x53" "A\0B", 4) }) },
         { "string longer than the file", binary({ "\x5F\x10\xFF" "abc" }) },
         { "integer 32 bytes wide", binary({ "\x15" + std::string(32, '\1') }) },
         { "unknown object type", binary({ "\x70" }) },
