@@ -2,6 +2,8 @@
 
 #include "UIView.h"
 
+#include <Foundation/NSRunLoop.h>
+
 #include <algorithm>
 
 UIGestureEnvironment& UIGestureEnvironment::shared()
@@ -253,6 +255,33 @@ void UIGestureEnvironment::recognizerWasDisabled(UIGestureRecognizer& recognizer
 {
     if (isActive(recognizer))
         failUndecided({ RefPtr<UIGestureRecognizer>(&recognizer) });
+}
+
+void UIGestureEnvironment::recognizerLostView(UIGestureRecognizer& recognizer)
+{
+    if (!isActive(recognizer))
+        return;
+    recognizer.stopTimer();
+    recognizer.m_pendingState = UIGestureRecognizerStatePossible;
+    if (recognizer.m_state == UIGestureRecognizerStatePossible)
+        recognizer.m_state = UIGestureRecognizerStateFailed;
+    else if (recognizer.m_state == UIGestureRecognizerStateBegan || recognizer.m_state == UIGestureRecognizerStateChanged)
+        recognizer.m_state = UIGestureRecognizerStateCancelled;
+    settleLater();
+}
+
+void UIGestureEnvironment::settleLater()
+{
+    if (m_settleScheduled)
+        return;
+    m_settleScheduled = true;
+    NSRunLoop::mainRunLoop()->scheduleAfter(0, [this] {
+        m_settleScheduled = false;
+        ++m_depth;
+        resolveWaiting();
+        --m_depth;
+        resetFinished();
+    });
 }
 
 // Finished recognisers start afresh once the finger is up and nothing is

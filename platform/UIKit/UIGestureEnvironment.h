@@ -28,7 +28,12 @@ public:
     enum class Requirement { Satisfied, Waiting, Blocked };
     Requirement failureRequirementStatus(const UIGestureRecognizer&) const;
     void recognizerDidChangeState(UIGestureRecognizer&, UIGestureRecognizerState from);
+    // A disabled recogniser leaves its gesture, cancelled or failed.
     void recognizerWasDisabled(UIGestureRecognizer&);
+    // A recogniser taken off its view (perhaps by the view's destructor)
+    // leaves its gesture without a word; what that decides for the others
+    // is settled on the run loop, outside whatever removed it.
+    void recognizerLostView(UIGestureRecognizer&);
 
 private:
     UIGestureEnvironment() = default;
@@ -41,6 +46,7 @@ private:
     void claimTouch(UIGestureRecognizer&);
     void finishTouch(UITouch&, bool cancelled);
     void resetFinished();
+    void settleLater();
 
     template<typename Deliver>
     void deliver(UITouch&, Deliver&&);
@@ -57,4 +63,5 @@ private:
     bool m_touchClaimed { false };
     RefPtr<UITouch> m_touch;
     int m_depth { 0 };
+    bool m_settleScheduled { false };
 };

@@ -60,6 +60,13 @@ void UIGestureRecognizer::setEnabled(bool enabled)
         UIGestureEnvironment::shared().recognizerWasDisabled(*this);
 }
 
+void UIGestureRecognizer::setView(UIView* view)
+{
+    m_view = view;
+    if (!view)
+        UIGestureEnvironment::shared().recognizerLostView(*this);
+}
+
 void UIGestureRecognizer::requireGestureRecognizerToFail(UIGestureRecognizer* other)
 {
     if (!other || other == this)

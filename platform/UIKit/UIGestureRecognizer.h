@@ -61,8 +61,10 @@ public:
     void setCancelsTouchesInView(bool cancels) { m_cancelsTouchesInView = cancels; }
 
     UIView* view() const { return m_view; }
-    // Only UIView's addGestureRecognizer and removeGestureRecognizer call this.
-    void setView(UIView* view) { m_view = view; }
+    // Only UIView's addGestureRecognizer and removeGestureRecognizer (and
+    // its destructor) call this. Leaving its view ends the recogniser's
+    // gesture quietly: its targets hear nothing more.
+    void setView(UIView*);
 
     // This recogniser succeeds only after `other` has failed.
     void requireGestureRecognizerToFail(UIGestureRecognizer* other);

@@ -212,3 +212,39 @@ TEST_F(GestureRecognizer, KindNamesForDumps)
     swipe->setDirection(UISwipeGestureRecognizerDirectionLeft | UISwipeGestureRecognizerDirectionRight);
     EXPECT_EQ(swipe->kindName(), "swipe-right-left");
 }
+
+TEST_F(GestureRecognizer, ARecogniserTakenOffItsViewLeavesItsGestureQuietly)
+{
+    auto view = addView(CGRectMake(0, 0, 100, 100));
+    auto press = make<UILongPressGestureRecognizer>(log.get(), OBJC_SEL("press:"));
+    view->addGestureRecognizer(press.get());
+    app().sendTouch({ 50, 50 }, UITouchPhaseBegan);
+    advance(0.6);
+    view->removeGestureRecognizer(press.get());
+    app().sendTouch({ 50, 50 }, UITouchPhaseEnded);
+    EXPECT_EQ(log->entries, Entries { "press:began" });
+
+    // A single tap waiting for a double tap that goes away fires at the next
+    // turn of the run loop; a view freed in the middle of a press is no harm.
+    log->entries.clear();
+    auto single = tapRecognizer(log.get(), "single:");
+    auto twice = tapRecognizer(log.get(), "twice:", 2);
+    single->requireGestureRecognizerToFail(twice.get());
+    view->addGestureRecognizer(single.get());
+    view->addGestureRecognizer(twice.get());
+    app().tapAt({ 50, 50 });
+    view->removeGestureRecognizer(twice.get());
+    EXPECT_TRUE(log->entries.empty());
+    advance(0);
+    EXPECT_EQ(log->entries, Entries { "single:ended" });
+
+    auto doomed = addView(CGRectMake(0, 0, 50, 50));
+    addView(CGRectMake(0, 0, 20, 20), doomed.get());
+    doomed->addGestureRecognizer(make<UILongPressGestureRecognizer>(log.get(), OBJC_SEL("press:")).get());
+    app().sendTouch({ 10, 10 }, UITouchPhaseBegan);
+    advance(0.6);
+    doomed->removeFromSuperview();
+    doomed = nullptr;
+    app().sendTouch({ 10, 10 }, UITouchPhaseEnded);
+    EXPECT_EQ(log->entries.back(), "press:began");
+}
