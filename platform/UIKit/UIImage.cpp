@@ -1,5 +1,7 @@
 #include "UIImage.h"
 
+#include <Foundation/NSFileManager.h>
+
 #include <cairo.h>
 
 #include <algorithm>
@@ -67,13 +69,15 @@ static double scaleFromFileName(const std::string& path)
 
 RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
 {
-    std::filesystem::path file(path);
+    // Paths are the device's: they resolve under the device root.
+    std::string hostPath = NSFileManager::hostPath(path);
+    std::filesystem::path file(hostPath);
     std::vector<std::string> candidates;
-    if (scaleFromFileName(path) == 1) {
+    if (scaleFromFileName(hostPath) == 1) {
         for (const char* suffix : { "@2x", "@3x" })
             candidates.push_back((file.parent_path() / (file.stem().string() + suffix + file.extension().string())).string());
     }
-    candidates.push_back(path);
+    candidates.push_back(hostPath);
     for (auto& candidate : candidates) {
         std::error_code error;
         if (!std::filesystem::is_regular_file(candidate, error))

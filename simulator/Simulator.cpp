@@ -1,0 +1,573 @@
+#include "Simulator.h"
+
+#include "ExtensionLoader.h"
+#include "ViewTree.h"
+#include "scenario/ExpectComparison.h"
+
+#include <Foundation/NSData.h>
+#include <Foundation/NSDate.h>
+#include <Foundation/NSDateFormatter.h>
+#include <Foundation/NSDictionary.h>
+#include <Foundation/NSFileManager.h>
+#include <Foundation/NSLocale.h>
+#include <Foundation/NSNumber.h>
+#include <Foundation/NSPropertyListSerialization.h>
+#include <Foundation/NSRunLoop.h>
+#include <Foundation/NSString.h>
+#include <Foundation/NSTimeZone.h>
+#include <Foundation/VirtualClock.h>
+#include <UIKit/UIApplication.h>
+#include <UIKit/UIImage.h>
+#include <UIKit/UIRenderer.h>
+#include <UIKit/UIScreen.h>
+#include <UIKit/UIView.h>
+#include <host/DeviceModel.h>
+#include <host/HostWorld.h>
+#include <host/SimulatedHost.h>
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+namespace sim {
+
+static constexpr const char* preferencesPath = "/private/var/mobile/Library/Preferences/com.Corvane.Kavelin.plist";
+static constexpr const char* appListPath = "/private/var/mobile/Library/Preferences/com.corvane.kavelin.applist.activeapps";
+// Where the clock starts when a scenario does not say: a Saturday morning.
+static constexpr const char* defaultStartTime = "2026-11-21T09:41:00";
+
+Simulator::Simulator(std::filesystem::path outputDirectory, std::filesystem::path requestedRoot)
+    : m_outputDirectory(std::move(outputDirectory))
+    , m_requestedRoot(std::move(requestedRoot))
+    , m_paths(BuildPaths::locate())
+{
+}
+
+Simulator::~Simulator() = default;
+
+std::string Simulator::prepare()
+{
+    if (auto error = m_root.open(m_requestedRoot); !error.empty())
+        return error;
+    if (auto error = m_root.installBundle(m_paths.resourceBundle); !error.empty())
+        return error;
+    NSFileManager::setDeviceRoot(m_root.path().string());
+
+    std::error_code error;
+    std::filesystem::create_directories(m_outputDirectory, error);
+    if (error)
+        return "cannot create the output folder " + m_outputDirectory.string() + ": " + error.message();
+
+    NSLocale::setCurrentLocaleIdentifier("en_US");
+    NSTimeZone::setDefaultTimeZoneName("UTC");
+    if (auto start = NSDateFormatter::dateFromLocalISO8601String(defaultStartTime))
+        VirtualClock::shared().setWallNow(start->timeIntervalSinceReferenceDate());
+
+    SimulatedHost::Configuration configuration;
+    configuration.artDirectory = m_paths.hostArt.string();
+    m_host = std::make_unique<SimulatedHost>(configuration);
+    // Everything written to the host's log (the extension's CFLog lines, the
+    // runtime's complaints) is kept for the dump.
+    objc::Runtime::shared().setLogSink([](const std::string& line) { HostWorld::shared().appendLog(line); });
+    return {};
+}
+
+bool Simulator::fail(const Command& command, int status, const std::string& message)
+{
+    std::cerr << command.location() << ": " << message << "\n";
+    m_status = status;
+    return false;
+}
+
+bool Simulator::notSupportedYet(const Command& command)
+{
+    return fail(command, ExitCannotPlay, "'" + std::string(commandName(command.kind)) + "' is not supported yet");
+}
+
+int Simulator::play(const std::vector<Command>& commands)
+{
+    for (const Command& command : commands) {
+        if (!execute(command))
+            return m_status;
+        settle();
+    }
+    if (m_failedExpectations)
+        return ExitExpectationFailed;
+    return ExitSuccess;
+}
+
+void Simulator::settle()
+{
+    // Work queued without delay runs now, and views that asked for layout get it.
+    NSRunLoop::mainRunLoop()->runPending();
+    UIView::layoutPendingViews();
+}
+
+bool Simulator::execute(const Command& command)
+{
+    switch (commandPhase(command.kind)) {
+    case CommandPhase::HostShape:
+        return executeShape(command);
+    case CommandPhase::World:
+        return executeWorld(command);
+    case CommandPhase::Acting:
+        return executeActing(command);
+    case CommandPhase::Looking:
+        return executeLooking(command);
+    }
+    return true;
+}
+
+bool Simulator::executeShape(const Command& command)
+{
+    switch (command.kind) {
+    case CommandKind::System:
+        m_host->setSystemVersion(command.as<SystemCommand>().version);
+        return true;
+    case CommandKind::Device: {
+        const auto& device = command.as<DeviceCommand>();
+        std::string name = device.model ? std::string(deviceInfo(*device.model).name) : "code=" + std::to_string(device.code);
+        auto model = ::DeviceModel::named(name);
+        if (!model)
+            return fail(command, ExitCannotPlay, "unknown device '" + name + "'");
+        m_host->setDevice(*model);
+        return true;
+    }
+    case CommandKind::Locale:
+        if (!NSLocale::setCurrentLocaleIdentifier(command.as<LocaleCommand>().identifier))
+            return fail(command, ExitCannotPlay, "unknown locale '" + command.as<LocaleCommand>().identifier + "'");
+        return true;
+    case CommandKind::TimeZone: {
+        // The start time stays the same wall-clock time in the new zone.
+        auto start = NSDate::date();
+        std::string local = NSDateFormatter::ISO8601StringFromDate(start.get()).substr(0, 19);
+        if (!NSTimeZone::setDefaultTimeZoneName(command.as<TimeZoneCommand>().name))
+            return fail(command, ExitCannotPlay, "unknown time zone '" + command.as<TimeZoneCommand>().name + "'");
+        if (auto moved = NSDateFormatter::dateFromLocalISO8601String(local))
+            VirtualClock::shared().setWallNow(moved->timeIntervalSinceReferenceDate());
+        return true;
+    }
+    case CommandKind::MissingClass:
+        objc::Runtime::shared().hideClass(command.as<MissingClassCommand>().className);
+        return true;
+    case CommandKind::MissingIvar: {
+        const auto& missing = command.as<MissingIvarCommand>();
+        objc::Runtime::shared().hideIvar(missing.className, missing.ivarName);
+        return true;
+    }
+    default:
+        return true;
+    }
+}
+
+double Simulator::resolveTime(const TimeSpec& time) const
+{
+    if (time.isRelative())
+        return VirtualClock::shared().wallNow() + time.offset;
+    auto date = NSDateFormatter::dateFromLocalISO8601String(time.local.toString());
+    return date ? date->timeIntervalSinceReferenceDate() : VirtualClock::shared().wallNow();
+}
+
+static std::string writeTextFile(const std::filesystem::path& path, const std::string& text)
+{
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << text;
+    return out ? std::string() : "cannot write " + path.string();
+}
+
+static StrongId preferenceValue(const PrefsValue& value)
+{
+    return std::visit(
+        [](const auto& v) -> StrongId {
+            using T = std::decay_t<decltype(v)>;
+            if constexpr (std::is_same_v<T, bool>)
+                return NSNumber::numberWithBool(v);
+            else if constexpr (std::is_same_v<T, int64_t>)
+                return NSNumber::numberWithLongLong(v);
+            else if constexpr (std::is_same_v<T, double>)
+                return NSNumber::numberWithDouble(v);
+            else
+                return NSString::create(v);
+        },
+        value);
+}
+
+bool Simulator::executeWorld(const Command& command)
+{
+    switch (command.kind) {
+    case CommandKind::Now: {
+        VirtualClock::shared().setWallNow(resolveTime(command.as<NowCommand>().time));
+        if (m_booted)
+            m_host->clockDidChange();
+        return true;
+    }
+    case CommandKind::Prefs: {
+        const auto& prefs = command.as<PrefsCommand>();
+        auto path = m_root.resolve(preferencesPath);
+        // Keep what the file holds already, when it is a readable dictionary.
+        RefPtr<NSDictionary> dictionary;
+        if (auto data = NSData::dataWithContentsOfFile(preferencesPath))
+            dictionary = objc::castRef<NSDictionary>(NSPropertyListSerialization::propertyListWithData(data.get()));
+        if (!dictionary)
+            dictionary = NSDictionary::create();
+        dictionary->setObject(preferenceValue(prefs.value), prefs.key);
+        auto data = NSPropertyListSerialization::dataWithPropertyList(dictionary.get(), NSPropertyListBinaryFormat_v1_0);
+        if (!data)
+            return fail(command, ExitCannotPlay, "cannot encode the preferences");
+        std::string bytes(data->bytes().begin(), data->bytes().end());
+        if (auto error = writeTextFile(path, bytes); !error.empty())
+            return fail(command, ExitCannotPlay, error);
+        return true;
+    }
+    case CommandKind::PrefsClear: {
+        std::error_code ignored;
+        std::filesystem::remove(m_root.resolve(preferencesPath), ignored);
+        return true;
+    }
+    case CommandKind::WriteFile: {
+        const auto& file = command.as<WriteFileCommand>();
+        if (auto error = writeTextFile(m_root.resolve(file.path), file.text); !error.empty())
+            return fail(command, ExitCannotPlay, error);
+        return true;
+    }
+    case CommandKind::CopyFile: {
+        const auto& file = command.as<CopyFileCommand>();
+        std::filesystem::path source = file.hostPath;
+        if (source.is_relative())
+            source = std::filesystem::path(command.file).parent_path() / source;
+        std::ifstream in(source, std::ios::binary);
+        if (!in)
+            return fail(command, ExitCannotPlay, "cannot read " + source.string());
+        std::stringstream contents;
+        contents << in.rdbuf();
+        if (auto error = writeTextFile(m_root.resolve(file.path), contents.str()); !error.empty())
+            return fail(command, ExitCannotPlay, error);
+        return true;
+    }
+    case CommandKind::RemoveFile: {
+        std::error_code ignored;
+        std::filesystem::remove(m_root.resolve(command.as<RemoveFileCommand>().path), ignored);
+        return true;
+    }
+    case CommandKind::AppList: {
+        std::string text;
+        for (auto& line : command.as<AppListCommand>().lines)
+            text += line + "\n";
+        if (auto error = writeTextFile(m_root.resolve(appListPath), text); !error.empty())
+            return fail(command, ExitCannotPlay, error);
+        return true;
+    }
+    case CommandKind::App: {
+        const auto& app = command.as<AppCommand>();
+        HostWorld::shared().installApp({ app.bundleIdentifier, app.name.value_or(app.bundleIdentifier), app.color ? app.color->toString() : "#8e8e93" });
+        return true;
+    }
+    case CommandKind::Switcher:
+        HostWorld::shared().setSwitcherApps(command.as<SwitcherCommand>().bundleIdentifiers);
+        return true;
+    case CommandKind::Battery: {
+        const auto& battery = command.as<BatteryCommand>();
+        SimulatedHost::BatteryChange change;
+        change.level = battery.level;
+        change.onAC = battery.externalPower;
+        change.lowPowerMode = battery.lowPowerMode;
+        if (battery.currentCapacity)
+            change.currentCapacity = *battery.currentCapacity;
+        if (battery.maxCapacity)
+            change.maxCapacity = *battery.maxCapacity;
+        m_host->changeBattery(change);
+        return true;
+    }
+    case CommandKind::Notification: {
+        const auto& n = command.as<NotificationCommand>();
+        HostWorld::Notification notification;
+        notification.app = n.bundleIdentifier;
+        notification.title = n.title;
+        notification.subtitle = n.subtitle;
+        notification.message = n.message;
+        notification.url = n.url;
+        notification.date = n.date ? resolveTime(*n.date) : VirtualClock::shared().wallNow();
+        notification.hasImage = n.image.value_or(false);
+        notification.actionCount = n.actions.value_or(0);
+        m_host->deliverNotification(notification);
+        return true;
+    }
+    case CommandKind::NotificationGrouping:
+        HostWorld::shared().setNotificationsGrouped(command.as<NotificationGroupingCommand>().grouped);
+        return true;
+    case CommandKind::Music: {
+        const auto& music = command.as<MusicCommand>();
+        SBMediaController::NowPlaying nowPlaying;
+        nowPlaying.artist = music.artist;
+        nowPlaying.song = music.song;
+        nowPlaying.album = music.album;
+        if (music.artwork)
+            nowPlaying.artworkColor = music.artwork->toString();
+        if (music.track) {
+            nowPlaying.track = music.track->index;
+            nowPlaying.tracks = music.track->count;
+        }
+        m_host->setNowPlaying(nowPlaying, music.playing.value_or(true));
+        return true;
+    }
+    case CommandKind::MusicNone:
+        m_host->setNowPlaying(std::nullopt, false);
+        return true;
+    case CommandKind::Volume:
+        m_host->setVolume(command.as<VolumeCommand>().volume);
+        return true;
+    case CommandKind::Alarm: {
+        const auto& alarm = command.as<AlarmCommand>();
+        auto day = alarm.day == AlarmCommand::Day::Today ? SimulatedHost::AlarmDay::Today : SimulatedHost::AlarmDay::Tomorrow;
+        if (!m_host->setNextAlarm(day, alarm.time.hour, alarm.time.minute))
+            return fail(command, ExitCannotPlay, "the alarm's time is out of range");
+        return true;
+    }
+    case CommandKind::AlarmNone:
+        m_host->clearNextAlarm();
+        return true;
+    case CommandKind::Timer: {
+        const auto& timer = command.as<TimerCommand>();
+        if (timer.state == TimerCommand::State::Running)
+            m_host->setTimerRunning(timer.remaining);
+        else if (timer.state == TimerCommand::State::Paused)
+            m_host->setTimerPaused(timer.remaining);
+        else
+            m_host->setTimerStopped();
+        return true;
+    }
+    case CommandKind::Call: {
+        auto state = command.as<CallCommand>().state;
+        m_host->setCallState(state == CallCommand::State::Incoming ? SimulatedHost::CallState::IncomingCall
+                : state == CallCommand::State::Active                ? SimulatedHost::CallState::ActiveCall
+                                                                     : SimulatedHost::CallState::None);
+        return true;
+    }
+    case CommandKind::FaceTime: {
+        auto state = command.as<FaceTimeCommand>().state;
+        m_host->setCallState(state == FaceTimeCommand::State::Active ? SimulatedHost::CallState::ActiveFaceTime
+                : state == FaceTimeCommand::State::Invitation          ? SimulatedHost::CallState::FaceTimeInvitation
+                                                                       : SimulatedHost::CallState::None);
+        return true;
+    }
+    default:
+        return notSupportedYet(command);
+    }
+}
+
+bool Simulator::boot(const Command& command)
+{
+    if (auto error = ExtensionLoader::load(m_paths.extension); !error.empty())
+        return fail(command, ExitHostFailed, error);
+    m_host->boot();
+    m_booted = true;
+    return true;
+}
+
+static int orientationValue(RotateCommand::Orientation orientation)
+{
+    switch (orientation) {
+    case RotateCommand::Orientation::Portrait:
+        return 1;
+    case RotateCommand::Orientation::UpsideDown:
+        return 2;
+    case RotateCommand::Orientation::LandscapeRight:
+        return 3;
+    case RotateCommand::Orientation::Landscape:
+        return 4;
+    }
+    return 1;
+}
+
+bool Simulator::executeActing(const Command& command)
+{
+    if (command.kind == CommandKind::Boot)
+        return boot(command);
+
+    auto aim = [&](const Target& target) -> std::optional<CGPoint> {
+        auto point = ViewTree::screenPoint(target);
+        if (!point)
+            fail(command, ExitCannotPlay, "nothing on screen matches " + target.toString());
+        return point;
+    };
+    UIApplication* application = UIApplication::sharedApplication();
+
+    switch (command.kind) {
+    case CommandKind::Advance:
+        NSRunLoop::mainRunLoop()->advance(command.as<AdvanceCommand>().seconds);
+        return true;
+    case CommandKind::Tap:
+        if (auto point = aim(command.as<TargetCommand>().target))
+            return application->tapAt(*point), true;
+        return false;
+    case CommandKind::DoubleTap:
+        if (auto point = aim(command.as<TargetCommand>().target))
+            return application->doubleTapAt(*point), true;
+        return false;
+    case CommandKind::LongPress:
+        if (auto point = aim(command.as<LongPressCommand>().target))
+            return application->longPressAt(*point, command.as<LongPressCommand>().duration), true;
+        return false;
+    case CommandKind::Swipe: {
+        const auto& swipe = command.as<SwipeCommand>();
+        auto point = aim(swipe.target);
+        if (!point)
+            return false;
+        UISwipeGestureRecognizerDirection direction = swipe.direction == SwipeCommand::Direction::Up ? UISwipeGestureRecognizerDirectionUp
+            : swipe.direction == SwipeCommand::Direction::Down                                       ? UISwipeGestureRecognizerDirectionDown
+            : swipe.direction == SwipeCommand::Direction::Left                                       ? UISwipeGestureRecognizerDirectionLeft
+                                                                                                     : UISwipeGestureRecognizerDirectionRight;
+        application->swipeAt(*point, direction);
+        return true;
+    }
+    case CommandKind::Slide:
+        if (auto point = aim(command.as<SlideCommand>().target))
+            return application->slideAt(*point, static_cast<float>(command.as<SlideCommand>().value)), true;
+        return false;
+    case CommandKind::Scroll:
+        if (auto point = aim(command.as<ScrollCommand>().target))
+            return application->dragAt(*point, command.as<ScrollCommand>().dx, command.as<ScrollCommand>().dy), true;
+        return false;
+    case CommandKind::Pick:
+        if (auto point = aim(command.as<PickCommand>().target))
+            return application->pickAt(*point, command.as<PickCommand>().component, command.as<PickCommand>().row), true;
+        return false;
+    case CommandKind::Home:
+        m_host->pressHome();
+        return true;
+    case CommandKind::Display:
+        m_host->setDisplayOn(command.as<SwitchCommand>().on);
+        return true;
+    case CommandKind::Alert:
+        if (command.as<SwitchCommand>().on)
+            m_host->showFullscreenAlert();
+        else
+            m_host->dismissFullscreenAlert();
+        return true;
+    case CommandKind::Rotate:
+        m_host->rotate(orientationValue(command.as<RotateCommand>().orientation));
+        return true;
+    case CommandKind::Lock:
+        m_host->lock();
+        return true;
+    case CommandKind::Unlock:
+        m_host->unlock();
+        return true;
+    case CommandKind::NotificationCenter:
+        if (command.as<SwitchCommand>().on)
+            m_host->showNotificationCenter();
+        else
+            m_host->hideNotificationCenter();
+        return true;
+    case CommandKind::Search: {
+        const auto& search = command.as<SearchCommand>();
+        if (search.show)
+            m_host->showSearch(search.edge == SearchCommand::Edge::Right ? 8 : 1);
+        else
+            m_host->hideSearch();
+        return true;
+    }
+    default:
+        return notSupportedYet(command);
+    }
+}
+
+std::filesystem::path Simulator::outputPath(const std::string& fileName) const { return m_outputDirectory / fileName; }
+
+nlohmann::json Simulator::dump() const
+{
+    nlohmann::json dump;
+    auto now = NSDate::date();
+    dump["time"] = NSDateFormatter::ISO8601StringFromDate(now.get());
+    CGRect screen = UIScreen::mainScreen()->bounds();
+    int orientation = UIApplication::sharedApplication()->statusBarOrientation();
+    dump["screen"] = { { "width", screen.size.width }, { "height", screen.size.height }, { "scale", UIScreen::mainScreen()->scale() },
+        { "orientation", SimulatedHost::orientationName(orientation) } };
+    dump["windows"] = ViewTree::dumpWindows();
+    nlohmann::json host = nlohmann::json::object();
+    m_host->dumpHost(host);
+    auto hooks = nlohmann::json::array();
+    for (auto& [cls, selector] : objc::Runtime::shared().installedHooks())
+        hooks.push_back({ cls, selector });
+    host["hooks"] = hooks;
+    dump["host"] = host;
+    return dump;
+}
+
+bool Simulator::executeLooking(const Command& command)
+{
+    switch (command.kind) {
+    case CommandKind::Shot: {
+        auto path = outputPath(command.as<OutputFileCommand>().fileName);
+        std::error_code ignored;
+        std::filesystem::create_directories(path.parent_path(), ignored);
+        CGRect screen = UIScreen::mainScreen()->bounds();
+        auto image = UIRenderer::renderWindows(ViewTree::windows(), screen.size, UIScreen::mainScreen()->scale());
+        if (!image)
+            return fail(command, ExitHostFailed, "the screen could not be drawn");
+        if (auto error = image->writePNG(path.string()))
+            return fail(command, ExitCannotPlay, *error);
+        m_writtenFiles.push_back(path);
+        return true;
+    }
+    case CommandKind::Dump: {
+        auto path = outputPath(command.as<OutputFileCommand>().fileName);
+        std::error_code ignored;
+        std::filesystem::create_directories(path.parent_path(), ignored);
+        std::ofstream out(path, std::ios::trunc);
+        out << dump().dump(2) << "\n";
+        if (!out)
+            return fail(command, ExitCannotPlay, "cannot write " + path.string());
+        m_writtenFiles.push_back(path);
+        return true;
+    }
+    case CommandKind::ExpectProperty: {
+        const auto& expect = command.as<ExpectPropertyCommand>();
+        UIView* view = ViewTree::find(expect.target);
+        if (!view) {
+            std::cerr << command.location() << ": expected " << expect.target.toString() << " to exist, found nothing\n";
+            ++m_failedExpectations;
+            return true;
+        }
+        nlohmann::json node = ViewTree::dumpView(*view);
+        const nlohmann::json* found = walkJsonPath(node, expect.property);
+        if (!found || !jsonValuesMatch(*found, expect.value)) {
+            std::string property;
+            for (auto& part : expect.property)
+                property += (property.empty() ? "" : ".") + part;
+            std::cerr << command.location() << ": expected " << expect.target.toString() << " " << property << " to be "
+                      << describeJson(expect.value) << ", found " << (found ? describeJson(*found) : std::string("no such property")) << "\n";
+            ++m_failedExpectations;
+        }
+        return true;
+    }
+    case CommandKind::ExpectAbsent: {
+        const auto& expect = command.as<ExpectAbsentCommand>();
+        if (ViewTree::find(expect.target)) {
+            std::cerr << command.location() << ": expected nothing to match " << expect.target.toString() << ", found a view\n";
+            ++m_failedExpectations;
+        }
+        return true;
+    }
+    case CommandKind::ExpectHost: {
+        const auto& expect = command.as<ExpectHostCommand>();
+        nlohmann::json whole = dump();
+        const nlohmann::json* found = walkJsonPath(whole["host"], expect.path);
+        if (!found || !jsonValuesMatch(*found, expect.value)) {
+            std::string path = "host";
+            for (auto& part : expect.path)
+                path += "." + part;
+            std::cerr << command.location() << ": expected " << path << " to be " << describeJson(expect.value) << ", found "
+                      << (found ? describeJson(*found) : std::string("nothing there")) << "\n";
+            ++m_failedExpectations;
+        }
+        return true;
+    }
+    default:
+        return true;
+    }
+}
+
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "BuildPaths.h"
+#include "DeviceRoot.h"
+#include "scenario/Command.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+class SimulatedHost;
+
+namespace sim {
+
+// Exit statuses of kavelin-sim.
+enum ExitStatus : int {
+    ExitSuccess = 0,
+    ExitExpectationFailed = 1,
+    ExitCannotPlay = 2,
+    ExitHostFailed = 3,
+};
+
+// One run of the simulated phone: the device's file system, the host, the
+// extension loaded into it, and the commands of a scenario played against
+// them in order. Messages go to standard error; what `shot` and `dump`
+// write lands in the output folder.
+class Simulator {
+public:
+    Simulator(std::filesystem::path outputDirectory, std::filesystem::path requestedRoot);
+    ~Simulator();
+
+    // Prepares the device root and the output folder. Empty on success.
+    std::string prepare();
+    // Plays the commands; answers the exit status.
+    int play(const std::vector<Command>&);
+
+    const std::vector<std::filesystem::path>& writtenFiles() const { return m_writtenFiles; }
+
+private:
+    // Each answers false when the scenario cannot go on; m_status says why.
+    bool execute(const Command&);
+    bool executeShape(const Command&);
+    bool executeWorld(const Command&);
+    bool executeActing(const Command&);
+    bool executeLooking(const Command&);
+    bool boot(const Command&);
+
+    bool fail(const Command&, int status, const std::string& message);
+    bool notSupportedYet(const Command&);
+    void settle();
+    double resolveTime(const TimeSpec&) const;
+    std::filesystem::path outputPath(const std::string& fileName) const;
+    nlohmann::json dump() const;
+
+    std::filesystem::path m_outputDirectory;
+    std::filesystem::path m_requestedRoot;
+    BuildPaths m_paths;
+    DeviceRoot m_root;
+    std::unique_ptr<SimulatedHost> m_host;
+    bool m_booted { false };
+    int m_status { ExitSuccess };
+    int m_failedExpectations { 0 };
+    std::vector<std::filesystem::path> m_writtenFiles;
+};
+
+}
