@@ -43,6 +43,7 @@ void KVView::addVestrum()
     _alarmTimerLabel->setTextAlignment(NSTextAlignmentCenter);
     _alarmTimerLabel->setUserInteractionEnabled(true);
     _alarmTimerLabel->setAdjustsFontSizeToFitWidth(true);
+    _alarmTimerLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", 15));
     _alarmTimerLabel->addGestureRecognizer(make<UITapGestureRecognizer>(this, OBJC_SEL("alarmTimerLabelSingleTapRecognizer:")).get());
     _alarmTimerLabel->addGestureRecognizer(make<UILongPressGestureRecognizer>(this, OBJC_SEL("alarmTimerLabelLongPressRecognizer:")).get());
     addSubview(_alarmTimerLabel.get());
