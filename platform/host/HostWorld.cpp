@@ -1,0 +1,70 @@
+#include "HostWorld.h"
+
+#include <algorithm>
+#include <memory>
+
+static std::unique_ptr<HostWorld>& currentWorld()
+{
+    static auto* world = new std::unique_ptr<HostWorld>();
+    return *world;
+}
+
+HostWorld& HostWorld::shared()
+{
+    auto& world = currentWorld();
+    if (!world)
+        world.reset(new HostWorld());
+    return *world;
+}
+
+void HostWorld::reset() { currentWorld().reset(new HostWorld()); }
+
+HostWorld::HostWorld()
+    : m_apps {
+        { "com.apple.mobilecal", "Calendar", "#ffffff" },
+        { "com.apple.reminders", "Reminders", "#ff9500" },
+        { "com.apple.mobiletimer", "Clock", "#1c1c1e" },
+        { "com.apple.MobileSMS", "Messages", "#4cd964" },
+        { "com.apple.mobilemail", "Mail", "#1e88f5" },
+        { "com.apple.Music", "Music", "#ff2d55" },
+        { "com.apple.mobilesafari", "Safari", "#1b9af7" },
+        { "com.apple.mobilephone", "Phone", "#4cd964" },
+        { "com.apple.mobileslideshow", "Photos", "#f5f5f5" },
+        { "com.apple.weather", "Weather", "#3b8fd9" },
+        { "com.apple.Preferences", "Settings", "#8e8e93" },
+    }
+{
+}
+
+const HostWorld::App* HostWorld::appWithIdentifier(const std::string& identifier) const
+{
+    auto it = std::find_if(m_apps.begin(), m_apps.end(), [&](const App& app) { return app.bundleIdentifier == identifier; });
+    return it == m_apps.end() ? nullptr : &*it;
+}
+
+void HostWorld::installApp(App app)
+{
+    auto it = std::find_if(m_apps.begin(), m_apps.end(), [&](const App& existing) { return existing.bundleIdentifier == app.bundleIdentifier; });
+    if (it != m_apps.end())
+        *it = std::move(app);
+    else
+        m_apps.push_back(std::move(app));
+}
+
+void HostWorld::deliverNotification(Notification notification)
+{
+    m_notifications.push_back(std::move(notification));
+    if (m_notificationsDidChange)
+        m_notificationsDidChange();
+}
+
+bool HostWorld::removeNotification(size_t index)
+{
+    if (index >= m_notifications.size())
+        return false;
+    m_removed.push_back(std::move(m_notifications[index]));
+    m_notifications.erase(m_notifications.begin() + static_cast<long>(index));
+    if (m_notificationsDidChange)
+        m_notificationsDidChange();
+    return true;
+}

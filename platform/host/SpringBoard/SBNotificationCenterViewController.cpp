@@ -1,0 +1,37 @@
+#include "SBNotificationCenterViewController.h"
+
+#include "SBNotificationCenterLayoutViewController.h"
+
+#include <UIKit/UIScreen.h>
+
+OBJC_IMPLEMENT_CLASS(SBNotificationCenterViewController, UIViewController)
+{
+    c.method<&SBNotificationCenterViewController::loadStatusBar>("_loadStatusBar");
+}
+
+void SBNotificationCenterViewController::loadView()
+{
+    auto view = UIView::create(UIScreen::mainScreen()->bounds());
+    view->setName("notificationCenterView");
+    view->setBackgroundColor(UIColor::colorWithRed(0.08, 0.08, 0.1, 0.88));
+    view->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    setView(view.get());
+
+    m_layoutViewController = make<SBNotificationCenterLayoutViewController>();
+    addChildViewController(m_layoutViewController.get());
+    view->addSubview(m_layoutViewController->view());
+    m_layoutViewController->didMoveToParentViewController(this);
+    objc::send(this, OBJC_SEL("_loadStatusBar"));
+}
+
+void SBNotificationCenterViewController::loadStatusBar()
+{
+    if (m_statusBarView)
+        return;
+    // The strip under which the notification centre's own status bar sits.
+    m_statusBarView = UIView::create(CGRectMake(0, 0, view()->bounds().size.width, 20));
+    m_statusBarView->setName("_statusBarView");
+    m_statusBarView->setBackgroundColor(UIColor::colorWithWhite(0, 0.3));
+    m_statusBarView->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+    view()->addSubview(m_statusBarView.get());
+}

@@ -1,0 +1,126 @@
+// The host's state as the simulator's dump reports it, and the world's
+// effects on what SpringBoard answers and shows.
+
+#include "HostTestSupport.h"
+
+#include <host/SpringBoard/SBLockScreenView.h>
+#include <host/SpringBoard/SBLockScreenViewController.h>
+
+#include <Foundation/NSProcessInfo.h>
+
+namespace {
+
+class HostState : public HostTest { };
+
+template<typename R>
+R ask(const char* className, const char* shared, const char* selector)
+{
+    return objc::send<R>(objc::send<StrongId>(objc::objc_getClass(className), shared), selector);
+}
+
+} // namespace
+
+TEST_F(HostState, DumpHasEveryFieldWithTheBootedDefaults)
+{
+    auto state = dump();
+    EXPECT_EQ(state["system"], "9.3.3");
+    EXPECT_EQ(state["device"], "iphone6");
+    EXPECT_EQ(state["locked"], true);
+    EXPECT_EQ(state["screenOn"], true);
+    EXPECT_EQ(state["orientation"], "portrait");
+    EXPECT_EQ(state["statusBarAlpha"], 1.0);
+    EXPECT_EQ(state["dimInterval"], 8.0);
+    EXPECT_EQ(state["idleTimerResets"], 0);
+    EXPECT_EQ(state["hooks"], nlohmann::json::array());
+    EXPECT_TRUE(state["log"].is_array());
+    EXPECT_EQ(state["timer"], nlohmann::json({ { "state", 1 }, { "fireTime", 0.0 }, { "commands", nlohmann::json::array() } }));
+    EXPECT_EQ(state["media"], nlohmann::json({ { "playing", false }, { "track", 0 }, { "tracks", 0 }, { "volume", 0.5 }, { "commands", nlohmann::json::array() } }));
+    for (auto* list : { "alarms", "launches", "notifications", "removed", "actions", "alerts" })
+        EXPECT_EQ(state[list], nlohmann::json::array()) << list;
+    EXPECT_EQ(state["menuPressesHandledByHost"], 0);
+    EXPECT_EQ(state["fullscreenAlert"], false);
+}
+
+TEST_F(HostState, BatteryAnswersAndTheChargingLine)
+{
+    EXPECT_DOUBLE_EQ(ask<double>("SBUIController", "sharedInstance", "batteryCapacity"), 0.76);
+    auto* lockScreen = host().lockScreenViewController()->lockScreenView();
+    EXPECT_FALSE(lockScreen->m_chargingView);
+
+    host().changeBattery({ .level = 0.5, .onAC = true, .lowPowerMode = true });
+    EXPECT_TRUE(ask<bool>("SBUIController", "sharedInstance", "isOnAC"));
+    EXPECT_TRUE(NSProcessInfo::processInfo()->isLowPowerModeEnabled());
+    ASSERT_TRUE(lockScreen->m_chargingView);
+    EXPECT_EQ(lockScreen->m_chargingView->text(), "Charging: 50%");
+
+    // Options left out keep their values; NaN is refused.
+    host().changeBattery({ .level = std::nan(""), .onAC = false });
+    EXPECT_DOUBLE_EQ(ask<double>("SBUIController", "sharedInstance", "batteryCapacity"), 0.5);
+    EXPECT_FALSE(lockScreen->m_chargingView);
+    EXPECT_TRUE(NSProcessInfo::processInfo()->isLowPowerModeEnabled());
+}
+
+TEST_F(HostState, CallsAndFaceTimeAreOneStateAtATime)
+{
+    host().setCallState(SimulatedHost::CallState::IncomingCall);
+    EXPECT_TRUE(ask<bool>("SBTelephonyManager", "sharedTelephonyManager", "incomingCallExists"));
+    EXPECT_FALSE(ask<bool>("SBTelephonyManager", "sharedTelephonyManager", "inCall"));
+    host().setCallState(SimulatedHost::CallState::ActiveFaceTime);
+    EXPECT_FALSE(ask<bool>("SBTelephonyManager", "sharedTelephonyManager", "incomingCallExists"));
+    EXPECT_TRUE(ask<bool>("SBConferenceManager", "sharedInstance", "activeFaceTimeCallExists"));
+    host().setCallState(SimulatedHost::CallState::None);
+    EXPECT_FALSE(ask<bool>("SBConferenceManager", "sharedInstance", "activeFaceTimeCallExists"));
+    EXPECT_FALSE(ask<bool>("SBConferenceManager", "sharedInstance", "faceTimeInvitationExists"));
+}
+
+TEST_F(HostState, MediaCommandsAreRecordedAndMoveThroughTheTracks)
+{
+    SBMediaController::NowPlaying album;
+    album.song = "First";
+    album.track = 1;
+    album.tracks = 2;
+    host().setNowPlaying(album, false);
+    StrongId media = objc::send<StrongId>(objc::objc_getClass("SBMediaController"), "sharedInstance");
+    EXPECT_TRUE(objc::send<bool>(media, "isFirstTrack"));
+    objc::send<bool>(media, "play");
+    EXPECT_TRUE(objc::send<bool>(media, "changeTrack:", 1LL));
+    EXPECT_FALSE(objc::send<bool>(media, "changeTrack:", 1LL));
+    EXPECT_TRUE(objc::send<bool>(media, "isLastTrack"));
+    objc::send<bool>(media, "changeTrack:", -1LL);
+    objc::send(media, "setVolume:", 2.0);
+    auto state = dump()["media"];
+    EXPECT_EQ(state["playing"], true);
+    EXPECT_EQ(state["track"], 1);
+    EXPECT_EQ(state["volume"], 1.0);
+    EXPECT_EQ(state["commands"], nlohmann::json({ "play", "next", "next", "previous" }));
+}
+
+TEST_F(HostState, NotificationsAreListedOnTheLockScreenAndRecordedWhenRemoved)
+{
+    host().deliverNotification({ .app = "com.apple.MobileSMS", .title = "Anna", .message = "Lunch?" });
+    host().deliverNotification({ .app = "com.apple.mobilemail", .title = std::nullopt, .message = "Invoice" });
+    auto* list = host().lockScreenViewController()->lockScreenView()->m_notificationView.get();
+    ASSERT_EQ(list->subviews().size(), 2u);
+    EXPECT_EQ(objc::cast<UILabel>(list->subviews()[0]->subviews()[0].get())->text(), "Mail\nInvoice");
+    EXPECT_EQ(objc::cast<UILabel>(list->subviews()[1]->subviews()[0].get())->text(), "Messages  Anna\nLunch?");
+
+    EXPECT_TRUE(host().world().removeNotification(0));
+    EXPECT_FALSE(host().world().removeNotification(5));
+    auto state = dump();
+    EXPECT_EQ(state["removed"], nlohmann::json({ { { "app", "com.apple.MobileSMS" }, { "title", "Anna" }, { "message", "Lunch?" } } }));
+    EXPECT_EQ(state["notifications"][0]["title"], nullptr);
+    EXPECT_EQ(list->subviews().size(), 1u);
+}
+
+TEST_F(HostState, ShapeIsFixedAtBoot)
+{
+    EXPECT_FALSE(host().setSystemVersion("10.0"));
+    EXPECT_FALSE(host().setDevice(*DeviceModel::named("ipad2")));
+    EXPECT_EQ(DeviceModel::named("code=22")->modelCode, 22);
+    EXPECT_EQ(DeviceModel::named("code=22")->screenSize, CGSizeMake(375, 667));
+    EXPECT_FALSE(DeviceModel::named("code="));
+    EXPECT_FALSE(DeviceModel::named("iphone7"));
+    auto plus = DeviceModel::named("iphone6splus");
+    EXPECT_EQ(plus->screenSizeClass, 4);
+    EXPECT_EQ(plus->scale, 3);
+}
