@@ -1,0 +1,127 @@
+// The host's main thread is precious: these measure what the extension costs
+// it. Run `build/bin/kavelin-bench` (Google Benchmark flags apply).
+
+#include "AllocationCounter.h"
+
+#include <Simulator.h>
+#include <scenario/ScenarioParser.h>
+
+#include <Foundation/NSDate.h>
+#include <Foundation/NSDateFormatter.h>
+#include <Foundation/NSRunLoop.h>
+#include <objc/objc.h>
+
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <memory>
+
+namespace {
+
+// One booted phone per process, shared by the benchmarks: the host at the
+// lock screen with the extension loaded (or not), as kavelin-sim boots it.
+sim::Simulator& phone()
+{
+    static sim::Simulator* simulator = [] {
+        auto out = std::filesystem::temp_directory_path() / "kavelin-bench-out";
+        auto* simulator = new sim::Simulator(out, "");
+        if (auto error = simulator->prepare(); !error.empty()) {
+            fprintf(stderr, "kavelin-bench: %s\n", error.c_str());
+            std::exit(3);
+        }
+        auto parsed = sim::ScenarioParser::parseText("alarm tomorrow 07:00\ntimer running 2h\nboot\nadvance 6s\n", "<bench>");
+        if (simulator->play(parsed.commands) != sim::ExitSuccess)
+            std::exit(3);
+        return simulator;
+    }();
+    return *simulator;
+}
+
+NSObject* panel()
+{
+    phone();
+    static NSObject* shared = objc::send<NSObject*>(objc::objc_getClass("KVView"), "sharedInstance");
+    return shared;
+}
+
+void BM_PanelFrameTick(benchmark::State& state)
+{
+    NSObject* view = panel();
+    objc::SEL tick = objc::sel_registerName("frameUpdateTimer:");
+    uint64_t before = AllocationCounter::allocations();
+    for (auto _ : state)
+        objc::send(view, tick, static_cast<NSObject*>(nullptr));
+    state.counters["allocations/tick"] = benchmark::Counter(double(AllocationCounter::allocations() - before) / double(state.iterations()));
+}
+BENCHMARK(BM_PanelFrameTick);
+
+void BM_PanelSecondTick(benchmark::State& state)
+{
+    NSObject* view = panel();
+    objc::SEL tick = objc::sel_registerName("visibilityHandlerAndTimeUpdateTimer:");
+    for (auto _ : state)
+        objc::send(view, tick, static_cast<NSObject*>(nullptr));
+}
+BENCHMARK(BM_PanelSecondTick);
+
+void BM_AlarmTimerFeederTick(benchmark::State& state)
+{
+    panel();
+    NSObject* overlay = objc::send<NSObject*>(objc::objc_getClass("KVTimeDisplayView"), "sharedInstance");
+    objc::SEL tick = objc::sel_registerName("updateTimer:");
+    for (auto _ : state)
+        objc::send(overlay, tick, static_cast<NSObject*>(nullptr));
+}
+BENCHMARK(BM_AlarmTimerFeederTick);
+
+// Everything the run loop does in one virtual hour of the idle lock screen
+// with the panel on it: ten frame ticks and one second tick a second, the
+// alarm feeder, the schedule reload every ten seconds, the host's own timers.
+void BM_LockScreenVirtualHour(benchmark::State& state)
+{
+    panel();
+    for (auto _ : state)
+        NSRunLoop::mainRunLoop()->advance(3600);
+}
+BENCHMARK(BM_LockScreenVirtualHour)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// Live heap after the first virtual hour and after a whole day: equal when
+// nothing leaks across a long run.
+void BM_MemoryOverADay(benchmark::State& state)
+{
+    panel();
+    for (auto _ : state) {
+        NSRunLoop::mainRunLoop()->advance(3600);
+        int64_t afterOneHour = AllocationCounter::liveBytes();
+        NSRunLoop::mainRunLoop()->advance(23 * 3600);
+        int64_t afterOneDay = AllocationCounter::liveBytes();
+        state.counters["liveBytesAfter1h"] = double(afterOneHour);
+        state.counters["liveBytesAfter24h"] = double(afterOneDay);
+        state.counters["growthBytes"] = double(afterOneDay - afterOneHour);
+    }
+}
+BENCHMARK(BM_MemoryOverADay)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+void BM_SettingsRead(benchmark::State& state)
+{
+    phone();
+    NSObject* settings = objc::send<NSObject*>(objc::objc_getClass("KVSettings"), "sharedInstance");
+    objc::SEL getter = objc::sel_registerName("militaryTime");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(objc::send<bool>(settings, getter));
+}
+BENCHMARK(BM_SettingsRead);
+
+void BM_DateFormat(benchmark::State& state)
+{
+    phone();
+    auto formatter = NSDateFormatter::create();
+    formatter->setDateFormat("EEEE, MMMM d");
+    auto date = NSDate::date();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(formatter->stringFromDate(date.get()));
+}
+BENCHMARK(BM_DateFormat);
+
+} // namespace
+
+BENCHMARK_MAIN();
