@@ -7,18 +7,21 @@ namespace sim {
 
 namespace {
 
+// Levenshtein distance, for the short names a scenario uses; longer words are
+// never typos of them.
 size_t editDistance(std::string_view a, std::string_view b)
 {
-    if (a.size() > 64 || b.size() > 64)
+    constexpr size_t longest = 32;
+    if (a.size() > longest || b.size() > longest)
         return SIZE_MAX;
-    std::vector<size_t> previous(b.size() + 1), current(b.size() + 1);
+    size_t previous[longest + 1], current[longest + 1];
     for (size_t j = 0; j <= b.size(); ++j)
         previous[j] = j;
     for (size_t i = 1; i <= a.size(); ++i) {
         current[0] = i;
         for (size_t j = 1; j <= b.size(); ++j)
             current[j] = std::min({ previous[j] + 1, current[j - 1] + 1, previous[j - 1] + (a[i - 1] != b[j - 1]) });
-        std::swap(previous, current);
+        std::copy(current, current + b.size() + 1, previous);
     }
     return previous[b.size()];
 }
@@ -158,6 +161,8 @@ std::string suggestionFor(std::string_view word, std::span<const std::string_vie
     std::string_view best;
     size_t bestDistance = 3;
     for (std::string_view name : names) {
+        if (name.size() + bestDistance < word.size() || word.size() + bestDistance < name.size())
+            continue;
         size_t distance = editDistance(word, name);
         if (distance >= word.size())
             continue;

@@ -703,6 +703,7 @@ ScenarioParseResult ScenarioParser::parseText(std::string_view text, const std::
     ScenarioParseResult result;
     Progress progress;
     std::vector<std::string_view> lines = ScenarioLexer::splitLines(text);
+    result.commands.reserve(lines.size());
     for (size_t index = 0; index < lines.size(); ++index) {
         int lineNumber = static_cast<int>(index + 1);
         std::vector<std::string> errors;
