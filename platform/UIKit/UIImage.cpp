@@ -69,15 +69,19 @@ static double scaleFromFileName(const std::string& path)
 
 RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
 {
-    // Paths are the device's: they resolve under the device root.
-    std::string hostPath = NSFileManager::hostPath(path);
-    std::filesystem::path file(hostPath);
+    if (path.empty())
+        return nullptr;
+    // Paths are the device's: they resolve under the device root. The
+    // simulator's own artwork, which is not on the device, is read where it is.
     std::vector<std::string> candidates;
-    if (scaleFromFileName(hostPath) == 1) {
-        for (const char* suffix : { "@2x", "@3x" })
-            candidates.push_back((file.parent_path() / (file.stem().string() + suffix + file.extension().string())).string());
+    for (const std::string& base : { NSFileManager::hostPath(path), path }) {
+        std::filesystem::path file(base);
+        if (scaleFromFileName(base) == 1) {
+            for (const char* suffix : { "@2x", "@3x" })
+                candidates.push_back((file.parent_path() / (file.stem().string() + suffix + file.extension().string())).string());
+        }
+        candidates.push_back(base);
     }
-    candidates.push_back(hostPath);
     for (auto& candidate : candidates) {
         std::error_code error;
         if (!std::filesystem::is_regular_file(candidate, error))
