@@ -20,10 +20,10 @@ static bool isClippedAway(cairo_t* cr, CGRect rect)
 // and blank the rest of the picture.
 static bool isDrawable(const UIView& view)
 {
-    CGRect f = view.frame();
+    CGRect f = view.presentationFrame();
     CGRect b = view.bounds();
     CGAffineTransform t = view.transform();
-    for (double value : { f.origin.x, f.origin.y, f.size.width, f.size.height, b.origin.x, b.origin.y, view.alpha(), t.a, t.b, t.c, t.d, t.tx, t.ty }) {
+    for (double value : { f.origin.x, f.origin.y, f.size.width, f.size.height, b.origin.x, b.origin.y, view.presentationAlpha(), t.a, t.b, t.c, t.d, t.tx, t.ty }) {
         if (!std::isfinite(value))
             return false;
     }
@@ -32,10 +32,13 @@ static bool isDrawable(const UIView& view)
 
 void UIRenderer::drawView(const UIView& view, RenderContext& context)
 {
-    if (view.isHidden() || view.alpha() <= 0 || !isDrawable(view))
+    // An animation in flight shows its current frame and alpha, not the
+    // values it is heading for.
+    double alpha = view.presentationAlpha();
+    if (view.isHidden() || alpha <= 0 || !isDrawable(view))
         return;
     cairo_t* cr = context.cr;
-    CGRect frame = view.frame();
+    CGRect frame = view.presentationFrame();
     CGRect local = { {}, frame.size };
     const CALayer& layer = view.layer();
     bool clips = layer.masksToBounds() || layer.maskedCorners();
@@ -54,10 +57,10 @@ void UIRenderer::drawView(const UIView& view, RenderContext& context)
         cairo_restore(cr);
         return;
     }
-    bool translucent = view.alpha() < 1;
+    bool translucent = alpha < 1;
     if (translucent) {
         cairo_push_group(cr);
-        context.layers.push_back({ cairo_get_group_target(cr), view.alpha() });
+        context.layers.push_back({ cairo_get_group_target(cr), alpha });
     }
 
     if (layer.maskedCorners()) {
@@ -99,7 +102,7 @@ void UIRenderer::drawView(const UIView& view, RenderContext& context)
     if (translucent) {
         cairo_pop_group_to_source(cr);
         context.layers.pop_back();
-        cairo_paint_with_alpha(cr, view.alpha());
+        cairo_paint_with_alpha(cr, alpha);
     }
     cairo_restore(cr);
 }

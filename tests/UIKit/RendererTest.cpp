@@ -6,6 +6,8 @@
 #include <UIKit/UIVisualEffectView.h>
 #include <UIKit/UIWindow.h>
 
+#include <Foundation/VirtualClock.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -377,4 +379,23 @@ TEST(UIRenderer, BadValuesDoNotSpoilTheRestOfThePicture)
     auto picture = UIRenderer::renderView(*root, 1);
     EXPECT_EQ(picture->pixelAt(30, 10), (UIImage::Pixel { 0, 255, 0, 255 }));
     EXPECT_NE(picture->pixelAt(10, 2), (UIImage::Pixel { 255, 0, 0, 255 }));
+}
+
+TEST(UIRenderer, ShowsAnimationsInFlight)
+{
+    auto root = UIView::create(CGRectMake(0, 0, 40, 20));
+    auto fading = add(root.get(), UIView::create(), CGRectMake(0, 0, 20, 20));
+    fading->setBackgroundColor(UIColor::whiteColor());
+    UIView::animateWithDuration(1, [&] {
+        fading->setAlpha(0);
+        fading->setFrame(CGRectMake(20, 0, 20, 20));
+    });
+    VirtualClock& clock = VirtualClock::shared();
+    clock.advanceMonotonicTo(clock.monotonic() + 0.5);
+    auto picture = UIRenderer::renderView(*root, 1);
+    EXPECT_NEAR(picture->pixelAt(15, 10).alpha, 128, 1) << "half way there, half faded";
+    EXPECT_EQ(picture->pixelAt(5, 10).alpha, 0);
+    EXPECT_EQ(picture->pixelAt(35, 10).alpha, 0);
+    clock.advanceMonotonicTo(clock.monotonic() + 0.5);
+    EXPECT_EQ(UIRenderer::renderView(*root, 1)->pixelAt(30, 10).alpha, 0) << "arrived, and faded out";
 }
