@@ -146,14 +146,14 @@ std::string NSString::vformat(const char* format, va_list args)
             out += *p++;
             continue;
         }
-        // Collect one conversion specification.
+        // Collect one conversion directive.
         const char* start = p++;
         while (*p && std::string_view("-+ #0123456789.*hlLqjzt").find(*p) != std::string_view::npos)
             ++p;
         if (!*p)
             break;
         char conversion = *p++;
-        std::string spec(start, p);
+        std::string directive(start, p);
         char buffer[512];
         switch (conversion) {
         case '%':
@@ -166,7 +166,7 @@ std::string NSString::vformat(const char* format, va_list args)
         }
         case 's': {
             const char* text = va_arg(args, const char*);
-            std::snprintf(buffer, sizeof buffer, spec.c_str(), text ? text : "(null)");
+            std::snprintf(buffer, sizeof buffer, directive.c_str(), text ? text : "(null)");
             out += buffer;
             break;
         }
@@ -176,28 +176,28 @@ std::string NSString::vformat(const char* format, va_list args)
         case 'E':
         case 'g':
         case 'G':
-            if (spec.find('L') != std::string::npos)
-                std::snprintf(buffer, sizeof buffer, spec.c_str(), va_arg(args, long double));
+            if (directive.find('L') != std::string::npos)
+                std::snprintf(buffer, sizeof buffer, directive.c_str(), va_arg(args, long double));
             else
-                std::snprintf(buffer, sizeof buffer, spec.c_str(), va_arg(args, double));
+                std::snprintf(buffer, sizeof buffer, directive.c_str(), va_arg(args, double));
             out += buffer;
             break;
         case 'c':
-            std::snprintf(buffer, sizeof buffer, spec.c_str(), va_arg(args, int));
+            std::snprintf(buffer, sizeof buffer, directive.c_str(), va_arg(args, int));
             out += buffer;
             break;
         case 'p':
-            std::snprintf(buffer, sizeof buffer, spec.c_str(), va_arg(args, void*));
+            std::snprintf(buffer, sizeof buffer, directive.c_str(), va_arg(args, void*));
             out += buffer;
             break;
         default:
             // Integers: pass the length modifiers through to the C library.
-            if (spec.find("ll") != std::string::npos || spec.find('q') != std::string::npos || spec.find('j') != std::string::npos)
-                std::snprintf(buffer, sizeof buffer, spec.c_str(), va_arg(args, long long));
-            else if (spec.find('l') != std::string::npos || spec.find('z') != std::string::npos || spec.find('t') != std::string::npos)
-                std::snprintf(buffer, sizeof buffer, spec.c_str(), va_arg(args, long));
+            if (directive.find("ll") != std::string::npos || directive.find('q') != std::string::npos || directive.find('j') != std::string::npos)
+                std::snprintf(buffer, sizeof buffer, directive.c_str(), va_arg(args, long long));
+            else if (directive.find('l') != std::string::npos || directive.find('z') != std::string::npos || directive.find('t') != std::string::npos)
+                std::snprintf(buffer, sizeof buffer, directive.c_str(), va_arg(args, long));
             else
-                std::snprintf(buffer, sizeof buffer, spec.c_str(), va_arg(args, int));
+                std::snprintf(buffer, sizeof buffer, directive.c_str(), va_arg(args, int));
             out += buffer;
             break;
         }
