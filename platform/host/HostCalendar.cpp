@@ -55,9 +55,9 @@ void localHourAndMinute(const NSDate* date, long& hour, long& minute)
 // generator per locale: they are costly to build).
 static std::string bestPattern(const char* skeleton)
 {
-    static std::map<std::string, std::unique_ptr<icu::DateTimePatternGenerator>> generators;
+    static auto* generators = new std::map<std::string, std::unique_ptr<icu::DateTimePatternGenerator>>();
     std::string identifier = NSLocale::currentLocaleIdentifier();
-    auto& generator = generators[identifier];
+    auto& generator = (*generators)[identifier];
     UErrorCode status = U_ZERO_ERROR;
     if (!generator) {
         generator.reset(icu::DateTimePatternGenerator::createInstance(icu::Locale::createFromName(identifier.c_str()), status));

@@ -2,6 +2,7 @@
 
 #include "FrontBoard/FBRootWindow.h"
 #include "HostShared.h"
+#include "IOKit/IORegistry.h"
 #include "MobileTimer/AlarmManager.h"
 #include "MobileTimer/TimerManager.h"
 #include "SpotlightUI/SPUINavigationController.h"
@@ -12,6 +13,7 @@
 #include "SpringBoard/SBClockDataProvider.h"
 #include "SpringBoard/SBConferenceManager.h"
 #include "SpringBoard/SBGlyphs.h"
+#include "SpringBoard/SBApplicationIcon.h"
 #include "SpringBoard/SBHomeScreenView.h"
 #include "SpringBoard/SBLockScreenFullscreenBulletinViewController.h"
 #include "SpringBoard/SBLockScreenManager.h"
@@ -49,6 +51,7 @@ SimulatedHost::SimulatedHost(Configuration configuration)
     HostWorld::reset();
     host::forgetSharedInstances();
     objc::Runtime::shared().setLogSink([](const std::string& line) { HostWorld::shared().appendLog(line); });
+    SBApplicationIcon::setArtDirectory(m_configuration.artDirectory);
     wireWorld();
 }
 
@@ -118,6 +121,7 @@ bool SimulatedHost::setArtDirectory(std::string directory)
     if (m_booted)
         return false;
     m_configuration.artDirectory = std::move(directory);
+    SBApplicationIcon::setArtDirectory(m_configuration.artDirectory);
     return true;
 }
 
@@ -129,6 +133,7 @@ void SimulatedHost::boot()
     auto& device = m_configuration.device;
     UIDevice::currentDevice()->setSystemVersion(m_configuration.systemVersion);
     UIDevice::currentDevice()->setModel(device.model);
+    IORegistry::sharedRegistry()->setDevice(device.modelCode, device.screenSizeClass);
     UIScreen::mainScreen()->setDeviceShape(device.screenSize, device.scale);
     UIApplication::setSharedApplication(make<SpringBoard>());
     UIApplication::sharedApplication()->setStatusBarOrientation(UIInterfaceOrientationPortrait);
@@ -143,7 +148,7 @@ void SimulatedHost::boot()
     m_rootWindow->makeKeyAndVisible();
     buildWallpaper();
 
-    m_homeScreenView = make<SBHomeScreenView>(m_rootWindow->bounds(), m_configuration.artDirectory, device.scale);
+    m_homeScreenView = make<SBHomeScreenView>(m_rootWindow->bounds(), device.scale);
     m_homeScreenView->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
     m_homeScreenView->setHidden(true);
     m_rootWindow->addSubview(m_homeScreenView.get());
@@ -224,6 +229,13 @@ void SimulatedHost::updateStatusBar()
             alpha *= objc::send<double>(controller, OBJC_SEL("_effectiveVisibleStatusBarAlpha"));
     }
     m_statusBar->setContent(content);
+    // The notification centre brings a status bar of its own (or none):
+    // SpringBoard's makes way while it is down.
+    if (isNotificationCenterVisible()) {
+        if (SBStatusBarView* own = m_notificationCenterViewController->statusBarView())
+            own->setContent(content);
+        alpha = 0;
+    }
     m_statusBarWindow->setAlpha(std::isnan(alpha) ? 0 : std::clamp(alpha, 0.0, 1.0));
 }
 
@@ -556,7 +568,11 @@ void SimulatedHost::dumpHost(json& host) const
     host["locked"] = SBLockScreenManager::sharedInstance()->isUILocked();
     host["screenOn"] = backlight->screenIsOn();
     host["orientation"] = orientationName(m_booted ? UIApplication::sharedApplication()->statusBarOrientation() : UIInterfaceOrientationPortrait);
-    host["statusBarAlpha"] = m_statusBarWindow ? m_statusBarWindow->alpha() : 1.0;
+    // The status bar on screen: the notification centre's own while it is down.
+    if (isNotificationCenterVisible())
+        host["statusBarAlpha"] = m_notificationCenterViewController->statusBarView() ? 1.0 : 0.0;
+    else
+        host["statusBarAlpha"] = m_statusBarWindow ? m_statusBarWindow->alpha() : 1.0;
     host["dimInterval"] = objc::send<double>(backlight, OBJC_SEL("defaultLockScreenDimInterval"));
     host["idleTimerResets"] = backlight->idleTimerResets();
     host["hooks"] = json::array();

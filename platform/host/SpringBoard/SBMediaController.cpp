@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 OBJC_IMPLEMENT_CLASS(SBMediaController, NSObject)
 {
@@ -21,6 +22,7 @@ OBJC_IMPLEMENT_CLASS(SBMediaController, NSObject)
     c.method<&SBMediaController::nowPlayingArtist>("nowPlayingArtist");
     c.method<&SBMediaController::nowPlayingTitle>("nowPlayingTitle");
     c.method<&SBMediaController::nowPlayingAlbum>("nowPlayingAlbum");
+    c.method<&SBMediaController::nowPlayingArtwork>("nowPlayingArtwork");
 }
 
 RefPtr<SBMediaController> SBMediaController::sharedInstance()
@@ -70,8 +72,22 @@ void SBMediaController::setVolume(double volume)
         m_volume = std::clamp(volume, 0.0, 1.0);
 }
 
+RefPtr<UIImage> SBMediaController::nowPlayingArtwork() const
+{
+    if (!m_nowPlaying || !m_nowPlaying->artworkColor)
+        return nullptr;
+    if (!m_artwork) {
+        const std::string& hex = *m_nowPlaying->artworkColor;
+        unsigned value = hex.size() == 7 && hex[0] == '#' ? static_cast<unsigned>(std::strtoul(hex.c_str() + 1, nullptr, 16)) : 0;
+        auto color = UIColor::colorWithRed(((value >> 16) & 0xff) / 255.0, ((value >> 8) & 0xff) / 255.0, (value & 0xff) / 255.0, 1);
+        m_artwork = UIImage::imageWithColor(*color, { 300, 300 }, 1, "artwork");
+    }
+    return m_artwork;
+}
+
 void SBMediaController::setNowPlaying(std::optional<NowPlaying> nowPlaying, bool playing)
 {
+    m_artwork = nullptr;
     m_nowPlaying = std::move(nowPlaying);
     m_playing = m_nowPlaying && playing;
     nowPlayingDidChange();

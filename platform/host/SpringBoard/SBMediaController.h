@@ -1,5 +1,6 @@
 #pragma once
 
+#include <UIKit/UIImage.h>
 #include <objc/objc.h>
 
 #include <functional>
@@ -39,6 +40,10 @@ public:
     std::string nowPlayingArtist() const { return m_nowPlaying ? m_nowPlaying->artist.value_or("") : ""; }
     std::string nowPlayingTitle() const { return m_nowPlaying ? m_nowPlaying->song.value_or("") : ""; }
     std::string nowPlayingAlbum() const { return m_nowPlaying ? m_nowPlaying->album.value_or("") : ""; }
+    // The album artwork at 300 by 300 points (a square of the artwork's
+    // colour, named "artwork"); null when nothing plays or the track has none.
+    // One image per track, so that callers may compare by identity.
+    RefPtr<UIImage> nowPlayingArtwork() const;
     const std::optional<NowPlaying>& nowPlaying() const { return m_nowPlaying; }
     const std::vector<std::string>& commands() const { return m_commands; }
 
@@ -56,5 +61,6 @@ private:
     bool m_playing { false };
     double m_volume { 0.5 };
     std::vector<std::string> m_commands;
+    mutable RefPtr<UIImage> m_artwork;
     std::function<void()> m_didChange;
 };

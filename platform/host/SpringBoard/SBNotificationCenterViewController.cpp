@@ -28,10 +28,9 @@ void SBNotificationCenterViewController::loadStatusBar()
 {
     if (m_statusBarView)
         return;
-    // The strip under which the notification centre's own status bar sits.
-    m_statusBarView = UIView::create(CGRectMake(0, 0, view()->bounds().size.width, 20));
+    UIScreen* screen = UIScreen::mainScreen();
+    m_statusBarView = make<SBStatusBarView>(CGRectMake(0, 0, view()->bounds().size.width, SBStatusBarView::height), screen->scale());
     m_statusBarView->setName("_statusBarView");
-    m_statusBarView->setBackgroundColor(UIColor::colorWithWhite(0, 0.3));
     m_statusBarView->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
     view()->addSubview(m_statusBarView.get());
 }

@@ -1,0 +1,96 @@
+#include "SBApplicationIcon.h"
+
+#include "SBApplication.h"
+
+#include <UIKit/RenderContext.h>
+#include <UIKit/UIFont.h>
+#include <UIKit/UIImageView.h>
+#include <UIKit/UILabel.h>
+#include <UIKit/UIRenderer.h>
+#include <UIKit/UIScreen.h>
+
+#include <cairo.h>
+
+#include <cstdlib>
+
+OBJC_IMPLEMENT_CLASS(SBApplicationIcon, NSObject)
+{
+    c.allocatable();
+    c.method<&SBApplicationIcon::initWithApplication>("initWithApplication:");
+    c.method<&SBApplicationIcon::getIconImage>("getIconImage:");
+}
+
+static std::string& artDirectory()
+{
+    static auto* directory = new std::string();
+    return *directory;
+}
+
+void SBApplicationIcon::setArtDirectory(std::string directory) { artDirectory() = std::move(directory); }
+
+StrongId SBApplicationIcon::initWithApplication(NSObject* application)
+{
+    auto* app = dynamic_cast<SBApplication*>(application);
+    if (!app)
+        return nullptr;
+    m_bundleIdentifier = app->bundleIdentifier();
+    return StrongId(this);
+}
+
+RefPtr<UIImage> SBApplicationIcon::getIconImage(long long) const
+{
+    auto* app = HostWorld::shared().appWithIdentifier(m_bundleIdentifier);
+    if (!app)
+        return nullptr;
+    return iconImageForApp(*app, UIScreen::mainScreen()->scale());
+}
+
+static RefPtr<UIColor> colorFromHex(const std::string& hex)
+{
+    unsigned value = 0x8e8e93;
+    if (hex.size() == 7 && hex[0] == '#')
+        value = static_cast<unsigned>(std::strtoul(hex.c_str() + 1, nullptr, 16));
+    return UIColor::colorWithRed(((value >> 16) & 0xff) / 255.0, ((value >> 8) & 0xff) / 255.0, (value & 0xff) / 255.0, 1);
+}
+
+// A rounded square of the app's colour with the name's initial, in black on
+// light colours so that it stays readable.
+static RefPtr<UIImage> drawnIcon(const HostWorld::App& app, double scale)
+{
+    auto color = colorFromHex(app.color);
+    auto square = UIImage::imageWithSize({ SBApplicationIcon::iconSize, SBApplicationIcon::iconSize }, scale, [&](cairo_t* cr) {
+        addRoundedRectangle(cr, CGRectMake(0, 0, SBApplicationIcon::iconSize, SBApplicationIcon::iconSize), 13.5);
+        cairo_set_source_rgb(cr, color->red(), color->green(), color->blue());
+        cairo_fill(cr);
+    }, "icon:" + app.bundleIdentifier);
+    if (app.name.empty())
+        return square;
+    auto view = UIImageView::create(CGRectMake(0, 0, SBApplicationIcon::iconSize, SBApplicationIcon::iconSize));
+    view->setImage(square);
+    auto initial = UILabel::create(view->bounds());
+    // The first character, whole: a name may start with a multi-byte letter.
+    size_t length = 1;
+    while (length < app.name.size() && (static_cast<unsigned char>(app.name[length]) & 0xc0) == 0x80)
+        ++length;
+    initial->setText(app.name.substr(0, length));
+    initial->setFont(UIFont::systemFontOfSize(30));
+    double luminance = 0.299 * color->red() + 0.587 * color->green() + 0.114 * color->blue();
+    initial->setTextColor(luminance > 0.75 ? UIColor::colorWithRed(0.2, 0.2, 0.2, 1) : UIColor::whiteColor());
+    initial->setTextAlignment(NSTextAlignmentCenter);
+    view->addSubview(initial.get());
+    auto image = UIRenderer::renderView(*view, scale);
+    if (image)
+        image->setName("icon:" + app.bundleIdentifier);
+    return image ? image : square;
+}
+
+RefPtr<UIImage> SBApplicationIcon::iconImageForApp(const HostWorld::App& app, double scale)
+{
+    if (!artDirectory().empty()) {
+        if (auto image = UIImage::imageWithContentsOfFile(artDirectory() + "/icons/" + app.bundleIdentifier + ".png")) {
+            image->setName("icon:" + app.bundleIdentifier);
+            return image;
+        }
+    }
+    return drawnIcon(app, scale);
+}
