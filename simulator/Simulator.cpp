@@ -24,6 +24,7 @@
 #include <host/DeviceModel.h>
 #include <host/HostWorld.h>
 #include <host/SimulatedHost.h>
+#include <host/Weather/WeatherPreferences.h>
 
 #include <fstream>
 #include <iostream>
@@ -278,6 +279,68 @@ bool Simulator::executeWorld(const Command& command)
         if (battery.maxCapacity)
             change.maxCapacity = *battery.maxCapacity;
         m_host->changeBattery(change);
+        return true;
+    }
+    case CommandKind::Weather: {
+        const auto& weather = command.as<WeatherCommand>();
+        auto preferences = WeatherPreferences::sharedPreferences();
+        City& city = preferences->city();
+        if (weather.city)
+            city.setName(*weather.city);
+        if (weather.condition)
+            city.setConditionName(*weather.condition);
+        if (weather.icon)
+            city.setIcon(*weather.icon);
+        if (weather.temperature)
+            city.setTemperatureCelsius(*weather.temperature);
+        if (weather.high)
+            city.setHighCelsius(*weather.high);
+        if (weather.low)
+            city.setLowCelsius(*weather.low);
+        preferences->setForecastAvailable(true);
+        return true;
+    }
+    case CommandKind::WeatherOff:
+        WeatherPreferences::sharedPreferences()->setForecastAvailable(false);
+        return true;
+    case CommandKind::WeatherHour: {
+        const auto& hour = command.as<WeatherHourCommand>();
+        std::string time = NSString::format("%02d%02d", hour.time.hour, hour.time.minute);
+        WeatherPreferences::sharedPreferences()->city().addHourlyForecast(make<HourlyForecast>(time, hour.temperature, hour.icon.value_or("sunny")));
+        return true;
+    }
+    case CommandKind::WeatherDay: {
+        const auto& day = command.as<WeatherDayCommand>();
+        WeatherPreferences::sharedPreferences()->city().addDayForecast(make<DayForecast>(day.day, day.high, day.low, day.icon.value_or("sunny")));
+        return true;
+    }
+    case CommandKind::Calendar: {
+        const auto& calendar = command.as<CalendarCommand>();
+        HostWorld::shared().defineCalendar({ calendar.name, calendar.color ? std::optional(calendar.color->toString()) : std::nullopt });
+        return true;
+    }
+    case CommandKind::Event: {
+        const auto& e = command.as<EventCommand>();
+        HostWorld::CalendarEvent event;
+        event.title = e.title;
+        event.start = resolveTime(e.start);
+        // An event without an end lasts an hour, as the Calendar app makes them.
+        event.end = e.end ? resolveTime(*e.end) : event.start + 3600;
+        event.calendar = e.calendar.value_or("Calendar");
+        event.location = e.location;
+        event.notes = e.notes;
+        HostWorld::shared().addEvent(std::move(event));
+        return true;
+    }
+    case CommandKind::Reminder: {
+        const auto& r = command.as<ReminderCommand>();
+        HostWorld::Reminder reminder;
+        reminder.title = r.title;
+        if (r.due)
+            reminder.due = resolveTime(*r.due);
+        reminder.calendar = r.calendar.value_or("Calendar");
+        reminder.completed = r.completed.value_or(false);
+        HostWorld::shared().addReminder(std::move(reminder));
         return true;
     }
     case CommandKind::Notification: {
