@@ -1,16 +1,28 @@
 #include "OverlayRegistry.h"
 
 #include "KVAmpero/KVAmperoDisplayView.h"
+#include "KVCalveraNotara/KVSingleEventDisplayView.h"
+#include "KVCalveraNotara/KVSingleNotificationDisplayView.h"
+#include "KVMelodra/KVMusicDisplayView.h"
 #include "clock/KVTimeDisplayView.h"
 #include "settings/KVSettings.h"
 #include "weather/KVWeatherDisplayView.h"
 
+template<typename Overlay>
+static NSObject* overlay()
+{
+    return static_cast<NSObject*>(Overlay::sharedInstance());
+}
+
 const std::vector<OverlayEntry>& closableOverlays()
 {
     static const std::vector<OverlayEntry> overlays {
-        { [] { return static_cast<NSObject*>(KVTimeDisplayView::sharedInstance()); }, [](KVSettings* s) { return s->vestrumHomeButtonCloseEnabled(); } },
-        { [] { return static_cast<NSObject*>(KVWeatherDisplayView::sharedInstance()); }, [](KVSettings* s) { return s->forecastHomeButtonCloseEnabled(); } },
-        { [] { return static_cast<NSObject*>(KVAmperoDisplayView::sharedInstance()); }, [](KVSettings* s) { return s->amperoHomeButtonCloseEnabled(); } },
+        { overlay<KVTimeDisplayView>, [](KVSettings* s) { return s->vestrumHomeButtonCloseEnabled(); } },
+        { overlay<KVWeatherDisplayView>, [](KVSettings* s) { return s->forecastHomeButtonCloseEnabled(); } },
+        { overlay<KVAmperoDisplayView>, [](KVSettings* s) { return s->amperoHomeButtonCloseEnabled(); } },
+        { overlay<KVSingleEventDisplayView>, [](KVSettings* s) { return s->calveraHomeButtonCloseEnabled(); } },
+        { overlay<KVSingleNotificationDisplayView>, [](KVSettings* s) { return s->notaraHomeButtonCloseEnabled(); } },
+        { overlay<KVMusicDisplayView>, [](KVSettings* s) { return s->melodraHomeButtonCloseEnabled(); } },
     };
     return overlays;
 }

@@ -6,7 +6,8 @@
 
 class KVSettings;
 
-// The overlays the home button, a dark screen and full-screen alerts close,
+// The overlays the home button, a dark screen and full-screen alerts close
+// (all but the clear-all confirmation, which only its own buttons close),
 // in the order they are examined, each with the setting that lets the home
 // button close it.
 struct OverlayEntry {

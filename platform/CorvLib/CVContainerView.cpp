@@ -61,15 +61,18 @@ CVContainerView::CVContainerView()
 
 void CVContainerView::show()
 {
+    bool alreadyVisible = m_active && !m_containerWindow->isHidden();
     m_active = true;
     uint64_t generation = ++m_generation;
     m_containerWindow->setFrame(CVScreenBoundsForActiveOrientation());
     setFrame(m_containerWindow->bounds());
-    m_containerWindow->addSubview(this);
+    if (superview() != m_containerWindow.get())
+        m_containerWindow->addSubview(this);
     objc::send(this, OBJC_SEL("viewWillShow"));
     m_containerWindow->setHidden(false);
     setHidden(false);
-    setAlpha(0);
+    if (!alreadyVisible)
+        setAlpha(0);
     RefPtr<CVContainerView> protect(this);
     animateWithDuration(fadeDuration, [protect] { protect->setAlpha(1); }, [protect, generation](bool) {
         if (protect->m_generation == generation)

@@ -38,12 +38,16 @@ void CVDisplayView::updateFrameForActiveOrientation() { setFrame(CVScreenBoundsF
 
 void CVDisplayView::showWithCompletion(std::function<void()> completion)
 {
+    // Showing again while shown fades on from where it is instead of
+    // blinking out first.
+    bool alreadyVisible = m_active && !isHidden();
     m_active = true;
     uint64_t generation = ++m_generation;
     setHidden(false);
     if (superview())
         superview()->bringSubviewToFront(this);
-    setAlpha(0);
+    if (!alreadyVisible)
+        setAlpha(0);
     RefPtr<CVDisplayView> protect(this);
     animateWithDuration(fadeDuration, [protect] { protect->setAlpha(1); }, [protect, generation, completion = std::move(completion)](bool) {
         // A hide that started meanwhile wins; its own block runs instead.

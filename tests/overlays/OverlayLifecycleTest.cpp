@@ -1,0 +1,219 @@
+// The lifecycle every overlay shares (one instance, in the root window,
+// shown and hidden with a fade, the dim timer reset per module) and the one
+// routine that closes open overlays.
+
+#include "KVAmpero/KVAmperoDisplayView.h"
+#include "KVCalveraNotara/KVClearAllNotificationsDisplayView.h"
+#include "KVCalveraNotara/KVSingleEventDisplayView.h"
+#include "KVCalveraNotara/KVSingleNotificationDisplayView.h"
+#include "KVMelodra/KVMusicDisplayView.h"
+#include "_KVContainerView/KVView.h"
+#include "settings/KVSettings.h"
+#include "weather/KVWeatherDisplayView.h"
+
+#include <CorvLib/CVPreferenceManager.h>
+#include <Foundation/NSRunLoop.h>
+#include <Foundation/NSString.h>
+#include <UIKit/UIApplication.h>
+#include <UIKit/UIVisualEffectView.h>
+#include <host/FrontBoard/FBRootWindow.h>
+#include <host/SimulatedHost.h>
+#include <host/SpringBoard/SBBacklightController.h>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+
+namespace {
+
+// Preferences as a test sets them; any other key answers its fallback.
+class FixedPreferences final : public CVPreferenceManager {
+public:
+    std::map<std::string, std::string> values;
+    StrongId valueForkey(const std::string& key, const std::string& fallback) const override
+    {
+        auto it = values.find(key);
+        return StrongId(NSString::create(it == values.end() ? fallback : it->second));
+    }
+};
+
+class Overlays : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_preferences = make<FixedPreferences>();
+        KVSettings::sharedInstance()->setPrefs(m_preferences);
+        m_host = std::make_unique<SimulatedHost>();
+        m_host->boot();
+    }
+    void TearDown() override { m_host.reset(); }
+
+    void set(const std::string& key, const std::string& value) { m_preferences->values[key] = value; }
+    static void advance(double seconds) { NSRunLoop::mainRunLoop()->advance(seconds); }
+    static int idleTimerResets() { return SBBacklightController::sharedInstance()->idleTimerResets(); }
+    SimulatedHost& host() { return *m_host; }
+
+    // The five overlays built on CVDisplayView, each with its module's
+    // ResetLockScreenDim key (the two notification overlays share one).
+    static std::vector<std::pair<CVDisplayView*, std::string>> displayOverlays()
+    {
+        return {
+            { KVAmperoDisplayView::sharedInstance(), "amperoResetLockScreenDim" },
+            { KVClearAllNotificationsDisplayView::sharedInstance(), "notaraResetLockScreenDim" },
+            { KVSingleEventDisplayView::sharedInstance(), "calveraResetLockScreenDim" },
+            { KVSingleNotificationDisplayView::sharedInstance(), "notaraResetLockScreenDim" },
+            { KVMusicDisplayView::sharedInstance(), "melodraResetLockScreenDim" },
+        };
+    }
+
+private:
+    RefPtr<FixedPreferences> m_preferences;
+    std::unique_ptr<SimulatedHost> m_host;
+};
+
+} // namespace
+
+TEST_F(Overlays, DisplayOverlaysWaitHiddenInTheRootWindowAndComeAndGoWithAFade)
+{
+    for (auto [overlay, dimKey] : displayOverlays()) {
+        SCOPED_TRACE(overlay->className());
+        EXPECT_EQ(overlay->superview(), host().rootWindow());
+        EXPECT_TRUE(overlay->isHidden());
+        EXPECT_FALSE(overlay->isActive());
+        EXPECT_EQ(overlay->displayContainerView()->superview(), overlay);
+
+        int resets = idleTimerResets();
+        objc::send(overlay, OBJC_SEL("show"));
+        EXPECT_TRUE(overlay->isActive());
+        EXPECT_FALSE(overlay->isHidden());
+        advance(1);
+        EXPECT_EQ(overlay->alpha(), 1);
+        EXPECT_EQ(overlay->superview()->subviews().back().get(), overlay);
+        EXPECT_EQ(idleTimerResets(), resets + 1);
+
+        objc::send(overlay, OBJC_SEL("hide"));
+        EXPECT_FALSE(overlay->isActive());
+        EXPECT_FALSE(overlay->isHidden());
+        advance(1);
+        EXPECT_TRUE(overlay->isHidden());
+        EXPECT_EQ(idleTimerResets(), resets + 2);
+
+        // With the module's dim setting off the backlight is left alone.
+        set(dimKey, "NO");
+        objc::send(overlay, OBJC_SEL("show"));
+        advance(1);
+        objc::send(overlay, OBJC_SEL("hide"));
+        advance(1);
+        EXPECT_EQ(idleTimerResets(), resets + 2);
+        EXPECT_TRUE(overlay->isHidden());
+        set(dimKey, "YES");
+    }
+}
+
+TEST_F(Overlays, ShowingTwiceLaysOutAgainAndKeepsOneInstance)
+{
+    auto* overlay = KVMusicDisplayView::sharedInstance();
+    overlay->show();
+    advance(1);
+    EXPECT_EQ(overlay->frame(), CGRectMake(0, 0, 375, 667));
+    host().rotate(UIInterfaceOrientationLandscapeLeft);
+    overlay->show();
+    // Already in: it stays in while it lays out for the new orientation.
+    EXPECT_EQ(overlay->alpha(), 1);
+    EXPECT_EQ(overlay->frame(), CGRectMake(0, 0, 667, 375));
+    EXPECT_EQ(overlay->displayContainerView()->frame(), CGRectMake(0, 0, 667, 375));
+    EXPECT_EQ(overlay->_blurEffectView->frame(), CGRectMake(0, 0, 667, 375));
+    EXPECT_EQ(KVMusicDisplayView::sharedInstance(), overlay);
+    EXPECT_EQ(objc::send<NSObject*>(objc::objc_getClass("KVMusicDisplayView"), OBJC_SEL("sharedInstance")), overlay);
+}
+
+TEST_F(Overlays, DetailOverlaysKeepTheRecordTheyWereHanded)
+{
+    auto record = make<NSString>("a row");
+    auto* notification = KVSingleNotificationDisplayView::sharedInstance();
+    objc::send(notification, OBJC_SEL("updateRow:"), static_cast<NSObject*>(record.get()));
+    EXPECT_EQ(objc::object_getIvar(notification, "_row").get(), record.get());
+    auto* event = KVSingleEventDisplayView::sharedInstance();
+    objc::send(event, OBJC_SEL("updateEventItem:"), static_cast<NSObject*>(record.get()));
+    EXPECT_EQ(objc::object_getIvar(event, "_eventItem").get(), record.get());
+    // Hidden and shown again, the overlay still has it.
+    event->show();
+    event->hide();
+    advance(1);
+    event->show();
+    EXPECT_EQ(event->eventItem(), record.get());
+}
+
+TEST_F(Overlays, HomeButtonClosesOnlyOverlaysItsModulesAllow)
+{
+    set("amperoHomeButtonCloseEnabled", "YES");
+    KVView* panel = KVView::sharedInstance();
+    auto* battery = KVAmperoDisplayView::sharedInstance();
+    auto* music = KVMusicDisplayView::sharedInstance();
+    EXPECT_FALSE(panel->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(true));
+    battery->show();
+    music->show();
+    advance(1);
+
+    EXPECT_TRUE(panel->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(true));
+    EXPECT_FALSE(battery->isActive());
+    EXPECT_TRUE(music->isActive());
+    advance(1);
+    EXPECT_TRUE(battery->isHidden());
+    EXPECT_FALSE(music->isHidden());
+    // What stays open the home button cannot close.
+    EXPECT_FALSE(panel->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(true));
+
+    // Anything else (a dark display, an alert) closes everything open.
+    battery->show();
+    EXPECT_TRUE(panel->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(false));
+    EXPECT_FALSE(battery->isActive());
+    EXPECT_FALSE(music->isActive());
+    EXPECT_FALSE(panel->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(false));
+}
+
+TEST_F(Overlays, ClearAllConfirmationIsNotClosedByTheHomeButtonOrADarkDisplay)
+{
+    set("notaraHomeButtonCloseEnabled", "YES");
+    auto* clearAll = KVClearAllNotificationsDisplayView::sharedInstance();
+    clearAll->show();
+    EXPECT_FALSE(KVView::sharedInstance()->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(false));
+    EXPECT_TRUE(clearAll->isActive());
+}
+
+TEST_F(Overlays, ContainerOverlayClosesOnATapOutsideItsContent)
+{
+    auto* weather = KVWeatherDisplayView::sharedInstance();
+    weather->show();
+    advance(1);
+    EXPECT_TRUE(weather->isActive());
+    EXPECT_FALSE(weather->containerWindow()->isHidden());
+    EXPECT_TRUE(weather->containerWindow()->tapToTerminateEnabled());
+    UIApplication::sharedApplication()->tapAt(CGPointMake(187, 300));
+    advance(1);
+    EXPECT_FALSE(weather->isActive());
+    EXPECT_TRUE(weather->containerWindow()->isHidden());
+    // Showing again works the same way, with one recogniser.
+    weather->show();
+    advance(1);
+    EXPECT_TRUE(weather->isActive());
+    EXPECT_EQ(weather->containerWindow()->gestureRecognizers().size(), 1u);
+}
+
+TEST_F(Overlays, AThousandVisitsLeaveNothingBehind)
+{
+    auto* overlay = KVAmperoDisplayView::sharedInstance();
+    size_t windowChildren = host().rootWindow()->subviews().size();
+    size_t overlayChildren = overlay->displayContainerView()->subviews().size();
+    for (int visit = 0; visit < 1000; ++visit) {
+        overlay->show();
+        advance(0.5);
+        overlay->hide();
+        advance(0.5);
+    }
+    EXPECT_TRUE(overlay->isHidden());
+    EXPECT_FALSE(overlay->isActive());
+    EXPECT_EQ(host().rootWindow()->subviews().size(), windowChildren);
+    EXPECT_EQ(overlay->displayContainerView()->subviews().size(), overlayChildren);
+}
