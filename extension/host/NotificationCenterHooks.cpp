@@ -26,7 +26,7 @@ void loadContentViewControllers(NSObject* self, SEL cmd)
     if (!notificationCenterActive())
         return;
     KVView* panel = KVView::sharedInstance();
-    auto* view = objc::cast<UIView>(objc::send<StrongId>(self, OBJC_SEL("view")));
+    auto* view = objc::cast<UIView>(objc::send<NSObject*>(self, OBJC_SEL("view")));
     if (!view)
         return;
     for (auto& subview : view->subviews()) {

@@ -42,8 +42,8 @@ void setStatusBarAlpha(double alpha)
 
 void setSearchInterfaceHidden(bool hidden)
 {
-    objc::send(objc::send<StrongId>(s_searchViewController, OBJC_SEL("view")), OBJC_SEL("setHidden:"), hidden);
-    objc::send(objc::send<StrongId>(s_navigationController, OBJC_SEL("navigationBar")), OBJC_SEL("setHidden:"), hidden);
+    objc::send(objc::send<NSObject*>(s_searchViewController, OBJC_SEL("view")), OBJC_SEL("setHidden:"), hidden);
+    objc::send(objc::send<NSObject*>(s_navigationController, OBJC_SEL("navigationBar")), OBJC_SEL("setHidden:"), hidden);
 }
 
 IMP s_searchInit;
@@ -55,7 +55,7 @@ StrongId searchInit(NSObject* self, SEL cmd)
         KVView* panel = KVView::sharedInstance();
         panel->update();
         panel->appLauncherView()->update();
-        if (auto* view = objc::cast<UIView>(objc::send<StrongId>(controller, OBJC_SEL("view"))))
+        if (auto* view = objc::cast<UIView>(objc::send<NSObject*>(controller, OBJC_SEL("view"))))
             view->addSubview(panel);
     }
     return controller;
