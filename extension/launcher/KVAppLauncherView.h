@@ -2,16 +2,30 @@
 
 #include <UIKit/UIView.h>
 
-class KVSettings;
+#include <vector>
 
-// The strip of app icons at the bottom of the panel.
+class CVAppItem;
+class KVSettings;
+class UIGestureRecognizer;
+class UIScrollView;
+
+// The strip of app icons at the bottom of the panel: the apps of the user's
+// list or those of the app switcher, in a row that scrolls sideways. A tap
+// on an icon opens its app. Every `update` builds the row anew.
 class KVAppLauncherView final : public UIView {
     OBJC_CLASS(KVAppLauncherView)
 public:
     KVAppLauncherView();
+
+    // Places the strip along the bottom of a panel of the given frame.
     void changeFrame(CGRect panelFrame);
     void update();
+    void appIconSingleTapRecognizer(UIGestureRecognizer*);
 
-private:
-    RefPtr<KVSettings> m_settings;
+    // The apps the row shows, chosen as the settings say.
+    std::vector<RefPtr<CVAppItem>> chosenApps() const;
+
+    RefPtr<KVSettings> _settings;
+    // The row, made anew by every update.
+    RefPtr<UIScrollView> _scrollView;
 };

@@ -1,5 +1,6 @@
 #include "UISlider.h"
 
+#include "RenderContext.h"
 #include "UIPanGestureRecognizer.h"
 #include "UISwipeGestureRecognizer.h"
 #include "UITouch.h"
@@ -17,6 +18,9 @@ OBJC_IMPLEMENT_CLASS(UISlider, UIControl)
     c.method<&UISlider::setMinimumValue>("setMinimumValue:");
     c.method<&UISlider::maximumValue>("maximumValue");
     c.method<&UISlider::setMaximumValue>("setMaximumValue:");
+    c.method<&UISlider::setMinimumTrackTintColor>("setMinimumTrackTintColor:");
+    c.method<&UISlider::setMaximumTrackTintColor>("setMaximumTrackTintColor:");
+    c.method<&UISlider::setThumbTintColor>("setThumbTintColor:");
     c.allocatable();
 }
 
@@ -95,6 +99,50 @@ bool UISlider::preventsAncestorGestureRecognizer(const UIGestureRecognizer& reco
         return false;
     return UIControl::preventsAncestorGestureRecognizer(recognizer) || dynamic_cast<const UISwipeGestureRecognizer*>(&recognizer)
         || dynamic_cast<const UIPanGestureRecognizer*>(&recognizer);
+}
+
+static void setSourceColor(cairo_t* cr, const UIColor* color, double red, double green, double blue)
+{
+    if (color)
+        cairo_set_source_rgba(cr, color->red(), color->green(), color->blue(), color->alpha());
+    else
+        cairo_set_source_rgb(cr, red, green, blue);
+}
+
+void UISlider::drawContent(RenderContext& context) const
+{
+    cairo_t* cr = context.cr;
+    constexpr double trackHeight = 2;
+    CGPoint thumb = thumbCenter();
+    double start = trackStart() - thumbSize / 2;
+    double end = trackStart() + trackLength() + thumbSize / 2;
+    double trackY = thumb.y - trackHeight / 2;
+    if (end > start) {
+        cairo_save(cr);
+        addRoundedRectangle(cr, CGRectMake(start, trackY, end - start, trackHeight), trackHeight / 2);
+        cairo_clip(cr);
+        setSourceColor(cr, m_maximumTrackTintColor.get(), 0.717, 0.717, 0.717);
+        cairo_rectangle(cr, thumb.x, trackY, end - thumb.x, trackHeight);
+        cairo_fill(cr);
+        setSourceColor(cr, m_minimumTrackTintColor.get(), 0, 122 / 255.0, 1);
+        cairo_rectangle(cr, start, trackY, thumb.x - start, trackHeight);
+        cairo_fill(cr);
+        cairo_restore(cr);
+    }
+
+    double radius = thumbSize / 2;
+    // A soft shadow under the thumb, then a hairline edge, then the thumb.
+    for (int ring = 3; ring >= 1; --ring) {
+        cairo_arc(cr, thumb.x, thumb.y + 2, radius + ring * 0.5, 0, 2 * M_PI);
+        cairo_set_source_rgba(cr, 0, 0, 0, 0.05);
+        cairo_fill(cr);
+    }
+    cairo_arc(cr, thumb.x, thumb.y, radius + 0.25, 0, 2 * M_PI);
+    cairo_set_source_rgba(cr, 0, 0, 0, 0.12);
+    cairo_fill(cr);
+    cairo_arc(cr, thumb.x, thumb.y, radius - 0.25, 0, 2 * M_PI);
+    setSourceColor(cr, m_thumbTintColor.get(), 1, 1, 1);
+    cairo_fill(cr);
 }
 
 void UISlider::dumpProperties(nlohmann::json& node) const

@@ -29,6 +29,8 @@ public:
     void setMinimumTrackTintColor(RefPtr<UIColor> color) { m_minimumTrackTintColor = std::move(color); }
     UIColor* maximumTrackTintColor() const { return m_maximumTrackTintColor.get(); }
     void setMaximumTrackTintColor(RefPtr<UIColor> color) { m_maximumTrackTintColor = std::move(color); }
+    UIColor* thumbTintColor() const { return m_thumbTintColor.get(); }
+    void setThumbTintColor(RefPtr<UIColor> color) { m_thumbTintColor = std::move(color); }
 
     // Where the thumb's centre is, in the slider's coordinates, for the
     // current value and for any value.
@@ -42,6 +44,9 @@ public:
     // A slider keeps swipes and pans of its ancestors off its thumb, as
     // UIKit does, besides the taps every control keeps.
     bool preventsAncestorGestureRecognizer(const UIGestureRecognizer&) const override;
+    // iOS 9's look: a 2-point rounded track, blue up to the thumb and light
+    // grey after it unless tinted, and a white round thumb with a soft shadow.
+    void drawContent(RenderContext&) const override;
     void dumpProperties(nlohmann::json&) const override;
 
 private:
@@ -55,6 +60,7 @@ private:
     bool m_continuous { true };
     RefPtr<UIColor> m_minimumTrackTintColor;
     RefPtr<UIColor> m_maximumTrackTintColor;
+    RefPtr<UIColor> m_thumbTintColor;
     // While tracking: the value and the finger's x when the finger came down.
     float m_trackingStartValue { 0 };
     double m_trackingStartX { 0 };
