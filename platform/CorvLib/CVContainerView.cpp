@@ -2,6 +2,7 @@
 
 #include "CVDisplayView.h"
 
+#include <UIKit/UIControl.h>
 #include <UIKit/UITapGestureRecognizer.h>
 
 #include <nlohmann/json.hpp>
@@ -43,12 +44,22 @@ void CVContainerWindow::enableTapToTerminate()
     addGestureRecognizer(recognizer.get());
 }
 
+// Whether a tap on this view is the overlay's content's own: it lands on a
+// control, or on a view (or an ancestor below the overlay) with recognisers
+// of its own. Plain views, labels and images are background.
+static bool tapBelongsToContent(UIView* hit, UIView* overlay, UIView* window)
+{
+    for (UIView* view = hit; view && view != overlay && view != window; view = view->superview()) {
+        if (view->isKindOfClass(UIControl::classObject()) || !view->gestureRecognizers().empty())
+            return true;
+    }
+    return false;
+}
+
 void CVContainerWindow::terminateTapRecognized(UIGestureRecognizer* recognizer)
 {
-    // Taps on the overlay's controls are theirs; a tap on the background closes.
     CGPoint point = recognizer->locationInView(this);
-    UIView* hit = hitTest(point);
-    if (hit == this || hit == m_owner)
+    if (!tapBelongsToContent(hitTest(point), m_owner, this))
         m_owner->hide();
 }
 

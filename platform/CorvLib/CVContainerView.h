@@ -6,8 +6,9 @@
 class CVContainerView;
 
 // The window the maker library presents a container overlay in. After
-// enableTapToTerminate, a tap that lands outside the overlay's controls (on
-// the overlay's own background or the window) closes the overlay.
+// enableTapToTerminate, a tap that lands outside the overlay's controls
+// (anywhere but a control or a view with recognisers of its own) closes the
+// overlay.
 class CVContainerWindow final : public UIWindow {
     OBJC_CLASS(CVContainerWindow)
 public:

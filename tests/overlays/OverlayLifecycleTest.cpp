@@ -15,6 +15,7 @@
 #include <Foundation/NSRunLoop.h>
 #include <Foundation/NSString.h>
 #include <UIKit/UIApplication.h>
+#include <UIKit/UIControl.h>
 #include <UIKit/UIVisualEffectView.h>
 #include <host/FrontBoard/FBRootWindow.h>
 #include <host/SimulatedHost.h>
@@ -188,17 +189,27 @@ TEST_F(Overlays, ContainerOverlayClosesOnATapOutsideItsContent)
     weather->show();
     advance(1);
     EXPECT_TRUE(weather->isActive());
-    EXPECT_FALSE(weather->containerWindow()->isHidden());
-    EXPECT_TRUE(weather->containerWindow()->tapToTerminateEnabled());
-    UIApplication::sharedApplication()->tapAt(CGPointMake(187, 300));
+    CVContainerWindow* window = weather->containerWindow();
+    EXPECT_FALSE(window->isHidden());
+    EXPECT_TRUE(window->tapToTerminateEnabled());
+
+    // A control of the overlay takes its own taps; a tap anywhere else closes.
+    auto button = make<UIControl>(CGRectMake(20, 20, 60, 40));
+    weather->addSubview(button.get());
+    UIApplication::sharedApplication()->tapAt(CGPointMake(50, 40));
+    advance(1);
+    EXPECT_TRUE(weather->isActive());
+    UIApplication::sharedApplication()->tapAt(CGPointMake(187, 400));
     advance(1);
     EXPECT_FALSE(weather->isActive());
-    EXPECT_TRUE(weather->containerWindow()->isHidden());
+    EXPECT_TRUE(window->isHidden());
+    button->removeFromSuperview();
+
     // Showing again works the same way, with one recogniser.
     weather->show();
     advance(1);
     EXPECT_TRUE(weather->isActive());
-    EXPECT_EQ(weather->containerWindow()->gestureRecognizers().size(), 1u);
+    EXPECT_EQ(window->gestureRecognizers().size(), 1u);
 }
 
 TEST_F(Overlays, AThousandVisitsLeaveNothingBehind)
