@@ -22,6 +22,14 @@ advance 1s
 shot lockscreen-landscape.png
 rotate portrait
 advance 1s
+nc show
+advance 1s
+shot notification-center.png
+nc hide
+search show right
+advance 1s
+shot search.png
+search hide
 )";
 }
 
