@@ -13,6 +13,8 @@ notification com.apple.MobileSMS title="Anna" message="Lunch at one? I found a n
 notification com.apple.MobileSMS title="Anna" message="Bring the book!" date=-3m
 notification com.apple.mobilemail title="Rita Hale" subtitle="Photos from the trip" message="Here are the ones from Sunday." date=-40m
 music artist="Nils Frahm" song="Says" album="Spaces" artwork=#2f6f8f playing=yes track=3/9
+switcher com.apple.MobileSMS com.apple.mobilemail com.apple.Music com.apple.mobilesafari com.apple.weather com.apple.mobilecal
+prefs melodraHomeButtonCloseEnabled yes
 boot
 advance 6s
 shot lockscreen.png
@@ -20,6 +22,16 @@ dump lockscreen.json
 rotate landscape
 advance 1s
 shot lockscreen-landscape.png
+tap #_melodraView
+advance 1s
+shot music-overlay-landscape.png
+rotate portrait
+advance 1s
+shot music-overlay.png
+home
+advance 1s
+rotate landscape
+advance 1s
 rotate portrait
 advance 1s
 nc show

@@ -12,7 +12,7 @@ public:
     static RefPtr<WeatherPreferences> sharedPreferences();
 
     // Null while no forecast is available.
-    City* localWeatherCity() const { return m_available ? m_city.get() : nullptr; }
+    RefPtr<City> localWeatherCity() const { return m_available ? m_city : nullptr; }
     bool isForecastAvailable() const { return m_available; }
     void setForecastAvailable(bool available) { m_available = available; }
     // The city's record, whether or not it is available (the world edits it).
