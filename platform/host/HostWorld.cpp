@@ -33,6 +33,7 @@ HostWorld::HostWorld()
         { "com.apple.weather", "Weather", "#3b8fd9" },
         { "com.apple.Preferences", "Settings", "#8e8e93" },
     }
+    , m_calendars { { "Calendar", "#1badf8" } }
 {
 }
 
@@ -53,6 +54,7 @@ void HostWorld::installApp(App app)
 
 void HostWorld::deliverNotification(Notification notification)
 {
+    notification.identifier = m_nextNotificationIdentifier++;
     m_notifications.push_back(std::move(notification));
     if (m_notificationsDidChange)
         m_notificationsDidChange();
@@ -67,4 +69,27 @@ bool HostWorld::removeNotification(size_t index)
     if (m_notificationsDidChange)
         m_notificationsDidChange();
     return true;
+}
+
+bool HostWorld::removeNotificationWithIdentifier(uint64_t identifier)
+{
+    auto it = std::find_if(m_notifications.begin(), m_notifications.end(), [&](const Notification& notification) { return notification.identifier == identifier; });
+    if (it == m_notifications.end())
+        return false;
+    return removeNotification(static_cast<size_t>(it - m_notifications.begin()));
+}
+
+const HostWorld::Calendar* HostWorld::calendarWithTitle(const std::string& title) const
+{
+    auto it = std::find_if(m_calendars.begin(), m_calendars.end(), [&](const Calendar& calendar) { return calendar.title == title; });
+    return it == m_calendars.end() ? nullptr : &*it;
+}
+
+void HostWorld::defineCalendar(Calendar calendar)
+{
+    auto it = std::find_if(m_calendars.begin(), m_calendars.end(), [&](const Calendar& existing) { return existing.title == calendar.title; });
+    if (it != m_calendars.end())
+        *it = std::move(calendar);
+    else
+        m_calendars.push_back(std::move(calendar));
 }

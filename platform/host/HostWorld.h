@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,6 +26,28 @@ public:
         bool hasImage { false };
         int actionCount { 0 };
         std::optional<std::string> url;
+        // Given by the store at delivery: stays the same while others come and go.
+        uint64_t identifier { 0 };
+    };
+    // The calendar store's data (EventKit reads it).
+    struct Calendar {
+        std::string title;
+        std::optional<std::string> color; // "#rrggbb"; absent: no colour
+    };
+    struct CalendarEvent {
+        std::string title;
+        double start { 0 }; // seconds since the reference date
+        double end { 0 };
+        std::optional<std::string> calendar; // a title; absent: no calendar
+        std::optional<std::string> location;
+        std::optional<std::string> notes;
+    };
+    struct Reminder {
+        std::string title;
+        std::optional<double> due;
+        std::optional<std::string> calendar;
+        bool completed { false };
+        std::optional<std::string> notes;
     };
     struct Launch {
         std::optional<std::string> app;
@@ -60,11 +83,23 @@ public:
     void deliverNotification(Notification);
     // Removes the notification at `index` of the store and records it.
     bool removeNotification(size_t index);
+    // The same by the identifier given at delivery; false when it is gone.
+    bool removeNotificationWithIdentifier(uint64_t);
     bool notificationsGrouped() const { return m_grouped; }
     void setNotificationsGrouped(bool grouped) { m_grouped = grouped; }
     const std::vector<Notification>& removedNotifications() const { return m_removed; }
     // Told after every delivery and removal (the lock screen lists them).
     void setNotificationsDidChangeHandler(std::function<void()> handler) { m_notificationsDidChange = std::move(handler); }
+
+    // The calendar store. Events and reminders keep the order they were
+    // added in; a calendar defined again replaces the earlier one.
+    const std::vector<Calendar>& calendars() const { return m_calendars; }
+    const Calendar* calendarWithTitle(const std::string&) const;
+    void defineCalendar(Calendar);
+    const std::vector<CalendarEvent>& events() const { return m_events; }
+    void addEvent(CalendarEvent event) { m_events.push_back(std::move(event)); }
+    const std::vector<Reminder>& reminders() const { return m_reminders; }
+    void addReminder(Reminder reminder) { m_reminders.push_back(std::move(reminder)); }
 
     void recordLaunch(Launch launch) { m_launches.push_back(std::move(launch)); }
     const std::vector<Launch>& launches() const { return m_launches; }
@@ -85,6 +120,10 @@ private:
     std::vector<std::string> m_switcher;
     std::vector<Notification> m_notifications;
     std::vector<Notification> m_removed;
+    uint64_t m_nextNotificationIdentifier { 1 };
+    std::vector<Calendar> m_calendars;
+    std::vector<CalendarEvent> m_events;
+    std::vector<Reminder> m_reminders;
     bool m_grouped { true };
     std::function<void()> m_notificationsDidChange;
     std::vector<Launch> m_launches;

@@ -3,6 +3,7 @@
 #include "SBLockScreenManager.h"
 #include "SBLockScreenViewController.h"
 
+#include <Foundation/NSString.h>
 #include <UIKit/UIFont.h>
 #include <UIKit/UILabel.h>
 #include <UIKit/UIScreen.h>
@@ -31,8 +32,12 @@ void SBLockScreenFullscreenBulletinViewController::loadView()
         label->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
         view->addSubview(label.get());
     };
-    std::string title = objc::send<std::string>(m_item, OBJC_SEL("title"));
-    std::string message = objc::send<std::string>(m_item, OBJC_SEL("message"));
+    auto textOf = [&](objc::SEL sel) {
+        auto text = objc::send<RefPtr<NSString>>(m_item, sel);
+        return text ? text->string() : std::string();
+    };
+    std::string title = textOf(OBJC_SEL("title"));
+    std::string message = textOf(OBJC_SEL("message"));
     addLabel("_titleLabel", title.empty() ? "Alarm" : title, "HelveticaNeue-Light", 34, bounds.size.height * 0.3, 44);
     addLabel("_messageLabel", message, "HelveticaNeue-Light", 20, bounds.size.height * 0.3 + 48, 28);
     addLabel("_dismissLabel", "slide to stop", "HelveticaNeue-Light", 22, bounds.size.height - 96, 30);

@@ -1,0 +1,128 @@
+// The calendar store and its records.
+#include "EKCalendar.h"
+#include "EKCalendarItem.h"
+#include "EKEvent.h"
+#include "EKEventStore.h"
+#include "EKPredicate.h"
+#include "EKReminder.h"
+
+#include "../HostWorld.h"
+
+#include <Foundation/NSArray.h>
+#include <Foundation/NSDate.h>
+
+OBJC_IMPLEMENT_CLASS(EKCalendar, NSObject)
+{
+    c.method<&EKCalendar::title>("title");
+    c.method<&EKCalendar::CGColor>("CGColor");
+}
+
+OBJC_IMPLEMENT_CLASS(EKCalendarItem, NSObject)
+{
+    c.method<&EKCalendarItem::title>("title");
+    c.method<&EKCalendarItem::notes>("notes");
+    c.method<&EKCalendarItem::location>("location");
+    c.method<&EKCalendarItem::calendar>("calendar");
+}
+
+OBJC_IMPLEMENT_CLASS(EKEvent, EKCalendarItem)
+{
+    c.method<&EKEvent::startDate>("startDate");
+    c.method<&EKEvent::endDate>("endDate");
+}
+
+OBJC_IMPLEMENT_CLASS(EKReminder, EKCalendarItem)
+{
+    c.method<&EKReminder::dueDate>("dueDate");
+    c.method<&EKReminder::isCompleted>("isCompleted");
+}
+
+OBJC_IMPLEMENT_CLASS(EKPredicate, NSObject) { }
+
+OBJC_IMPLEMENT_CLASS(EKEventStore, NSObject)
+{
+    c.allocatable();
+    c.method<&EKEventStore::predicateForIncompleteRemindersWithDueDateStartingEndingCalendars>("predicateForIncompleteRemindersWithDueDateStarting:ending:calendars:");
+    c.method<&EKEventStore::fetchRemindersMatchingPredicate>("fetchRemindersMatchingPredicate:completion:");
+    c.method<&EKEventStore::predicateForEventsWithStartDateEndDateCalendars>("predicateForEventsWithStartDate:endDate:calendars:");
+    c.method<&EKEventStore::eventsMatchingPredicate>("eventsMatchingPredicate:");
+}
+
+EKEventStore::EKEventStore()
+    : m_queue(dispatch_queue_create("com.apple.eventkit.store", nullptr))
+{
+}
+
+static double secondsOf(NSObject* date)
+{
+    auto* moment = dynamic_cast<NSDate*>(date);
+    return moment ? moment->timeIntervalSinceReferenceDate() : NSDate::date()->timeIntervalSinceReferenceDate();
+}
+
+StrongId EKEventStore::predicateForIncompleteRemindersWithDueDateStartingEndingCalendars(NSObject* start, NSObject* end, NSObject*)
+{
+    return make<EKPredicate>(EKPredicate::Kind::IncompleteReminders, secondsOf(start), secondsOf(end));
+}
+
+StrongId EKEventStore::predicateForEventsWithStartDateEndDateCalendars(NSObject* start, NSObject* end, NSObject*)
+{
+    return make<EKPredicate>(EKPredicate::Kind::Events, secondsOf(start), secondsOf(end));
+}
+
+static RefPtr<EKCalendar> calendarNamed(const std::optional<std::string>& title)
+{
+    if (!title)
+        return nullptr;
+    RefPtr<UIColor> color;
+    const HostWorld::Calendar* calendar = HostWorld::shared().calendarWithTitle(*title);
+    if (calendar && calendar->color && calendar->color->size() == 7 && (*calendar->color)[0] == '#') {
+        unsigned value = static_cast<unsigned>(std::strtoul(calendar->color->c_str() + 1, nullptr, 16));
+        color = UIColor::colorWithRed(((value >> 16) & 0xff) / 255.0, ((value >> 8) & 0xff) / 255.0, (value & 0xff) / 255.0, 1);
+    }
+    // A calendar the world never defined still has its title, without a colour.
+    return make<EKCalendar>(*title, color);
+}
+
+void EKEventStore::fetchRemindersMatchingPredicate(NSObject* predicate, std::function<void(StrongId)> completion)
+{
+    RefPtr<EKPredicate> query(dynamic_cast<EKPredicate*>(predicate));
+    dispatch_async(m_queue.get(), [query, completion = std::move(completion)] {
+        if (!completion)
+            return;
+        if (!query || query->kind() != EKPredicate::Kind::IncompleteReminders)
+            return completion(nullptr);
+        std::vector<StrongId> reminders;
+        for (auto& reminder : HostWorld::shared().reminders()) {
+            if (reminder.completed || !reminder.due || *reminder.due < query->start() || *reminder.due > query->end())
+                continue;
+            auto item = make<EKReminder>();
+            item->setTitle(reminder.title);
+            item->setNotes(reminder.notes);
+            item->setCalendar(calendarNamed(reminder.calendar));
+            item->setDueDate(NSDate::dateWithTimeIntervalSinceReferenceDate(*reminder.due));
+            reminders.push_back(std::move(item));
+        }
+        completion(NSArray::create(std::move(reminders)));
+    });
+}
+
+StrongId EKEventStore::eventsMatchingPredicate(NSObject* predicate) const
+{
+    auto* query = dynamic_cast<EKPredicate*>(predicate);
+    if (!query || query->kind() != EKPredicate::Kind::Events)
+        return nullptr;
+    std::vector<StrongId> events;
+    for (auto& event : HostWorld::shared().events()) {
+        if (event.start > query->end() || event.end < query->start())
+            continue;
+        auto item = make<EKEvent>();
+        item->setTitle(event.title);
+        item->setNotes(event.notes);
+        item->setLocation(event.location);
+        item->setCalendar(calendarNamed(event.calendar));
+        item->setStartDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.start));
+        item->setEndDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.end));
+        events.push_back(std::move(item));
+    }
+    return NSArray::create(std::move(events));
+}

@@ -1,0 +1,107 @@
+#include "BBServer.h"
+
+#include "../HostShared.h"
+#include "../HostWorld.h"
+#include "BBAction.h"
+#include "BBBulletin.h"
+
+#include <Foundation/NSArray.h>
+#include <Foundation/NSString.h>
+
+#include <algorithm>
+
+OBJC_IMPLEMENT_CLASS(BBServer, NSObject)
+{
+    c.classMethod<&BBServer::sharedInstance>("sharedInstance");
+    c.method<&BBServer::allSectionIDs>("allSectionIDs");
+    c.method<&BBServer::bulletinsForSectionID>("bulletinsForSectionID:");
+    c.method<&BBServer::groupsBulletinsByApp>("groupsBulletinsByApp");
+    c.method<&BBServer::removeBulletinID>("removeBulletinID:");
+    c.method<&BBServer::removeBulletinsInSectionID>("removeBulletinsInSectionID:");
+    c.method<&BBServer::performActionAtIndexForBulletinID>("performActionAtIndex:forBulletinID:");
+}
+
+RefPtr<BBServer> BBServer::sharedInstance()
+{
+    static auto* slot = new RefPtr<BBServer>();
+    return host::sharedInstanceIn(*slot);
+}
+
+static std::string bulletinIDFor(const HostWorld::Notification& notification) { return std::to_string(notification.identifier); }
+
+static const HostWorld::Notification* notificationWithBulletinID(const std::string& bulletinID)
+{
+    for (auto& notification : HostWorld::shared().notifications()) {
+        if (bulletinIDFor(notification) == bulletinID)
+            return &notification;
+    }
+    return nullptr;
+}
+
+StrongId BBServer::allSectionIDs() const
+{
+    std::vector<std::string> sections;
+    for (auto& notification : HostWorld::shared().notifications()) {
+        if (std::find(sections.begin(), sections.end(), notification.app) == sections.end())
+            sections.push_back(notification.app);
+    }
+    std::vector<StrongId> identifiers;
+    identifiers.reserve(sections.size());
+    for (auto& section : sections)
+        identifiers.push_back(NSString::create(section));
+    return NSArray::create(std::move(identifiers));
+}
+
+static RefPtr<BBBulletin> makeBulletin(const HostWorld::Notification& notification)
+{
+    auto bulletin = make<BBBulletin>(notification.app, notification.title, notification.message);
+    bulletin->setBulletinID(bulletinIDFor(notification));
+    bulletin->setSubtitle(notification.subtitle);
+    bulletin->setDate(NSDate::dateWithTimeIntervalSinceReferenceDate(notification.date));
+    bulletin->setDefaultAction(make<BBAction>("default", notification.url));
+    std::vector<RefPtr<BBAction>> actions;
+    for (int index = 0; index < notification.actionCount; ++index)
+        actions.push_back(make<BBAction>("action" + std::to_string(index), std::nullopt));
+    bulletin->setSupplementaryActions(std::move(actions));
+    bulletin->setHasAttachment(notification.hasImage);
+    return bulletin;
+}
+
+StrongId BBServer::bulletinsForSectionID(const std::string& sectionID) const
+{
+    std::vector<StrongId> bulletins;
+    for (auto& notification : HostWorld::shared().notifications()) {
+        if (notification.app == sectionID)
+            bulletins.push_back(makeBulletin(notification));
+    }
+    return NSArray::create(std::move(bulletins));
+}
+
+bool BBServer::groupsBulletinsByApp() const { return HostWorld::shared().notificationsGrouped(); }
+
+bool BBServer::removeBulletinID(const std::string& bulletinID)
+{
+    auto* notification = notificationWithBulletinID(bulletinID);
+    return notification && HostWorld::shared().removeNotificationWithIdentifier(notification->identifier);
+}
+
+long BBServer::removeBulletinsInSectionID(const std::string& sectionID)
+{
+    std::vector<uint64_t> identifiers;
+    for (auto& notification : HostWorld::shared().notifications()) {
+        if (notification.app == sectionID)
+            identifiers.push_back(notification.identifier);
+    }
+    for (uint64_t identifier : identifiers)
+        HostWorld::shared().removeNotificationWithIdentifier(identifier);
+    return static_cast<long>(identifiers.size());
+}
+
+bool BBServer::performActionAtIndexForBulletinID(long index, const std::string& bulletinID)
+{
+    auto* notification = notificationWithBulletinID(bulletinID);
+    if (!notification || index < 0 || index >= notification->actionCount)
+        return false;
+    HostWorld::shared().recordAction({ notification->app, notification->title, static_cast<int>(index) });
+    return HostWorld::shared().removeNotificationWithIdentifier(notification->identifier);
+}
