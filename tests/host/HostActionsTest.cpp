@@ -8,6 +8,7 @@
 
 #include <UIKit/UIApplication.h>
 #include <UIKit/UIScreen.h>
+#include <UIKit/UIWindow.h>
 
 using objc::IMP;
 using objc::SEL;
@@ -65,6 +66,22 @@ void recordFinished(NSObject* self, SEL cmd, bool presented)
     objc::callOriginal(originalFinished, self, cmd, presented);
 }
 
+// What the notification centre's layout controller was told, in order.
+std::vector<std::string> notificationCenterCalls;
+IMP originalLoadContent, originalLayoutWillAppear;
+
+void recordLoadContent(NSObject* self, SEL cmd)
+{
+    notificationCenterCalls.push_back("load");
+    objc::callOriginal(originalLoadContent, self, cmd);
+}
+
+void recordLayoutWillAppear(NSObject* self, SEL cmd, bool animated)
+{
+    notificationCenterCalls.push_back("appear");
+    objc::callOriginal(originalLayoutWillAppear, self, cmd, animated);
+}
+
 void installHooksOnce()
 {
     static bool installed = false;
@@ -79,6 +96,9 @@ void installHooksOnce()
     MSHookMessageEx(objc::objc_getClass("SPUISearchViewController"), objc::sel_registerName("presentsFromEdge"), &recordEdge, &originalPresentsFromEdge);
     MSHookMessageEx(objc::objc_getClass("SBSearchViewController"), objc::sel_registerName("updatePresentationProgress:"), &recordProgress, &originalProgress);
     MSHookMessageEx(objc::objc_getClass("SBSearchViewController"), objc::sel_registerName("didFinishPresenting:"), &recordFinished, &originalFinished);
+    objc::Class* layout = objc::objc_getClass("SBNotificationCenterLayoutViewController");
+    MSHookMessageEx(layout, objc::sel_registerName("_loadContentViewControllers"), &recordLoadContent, &originalLoadContent);
+    MSHookMessageEx(layout, objc::sel_registerName("viewWillAppear:"), &recordLayoutWillAppear, &originalLayoutWillAppear);
 }
 
 class HostActions : public HostTest {
@@ -89,6 +109,7 @@ protected:
         for (auto* hook : { &lockScreenPress, &homeScreenPress, &displayOff, &bulletinAppeared, &presentsFromEdge })
             hook->reset();
         searchCalls.clear();
+        notificationCenterCalls.clear();
         HostTest::SetUp();
     }
 };
@@ -211,4 +232,19 @@ TEST_F(HostActions, SearchAsksItsEdgeBeforeMovingThePage)
     expected = { "progress 1.00", "progress 0.75", "progress 0.50", "progress 0.25", "progress 0.00", "finished 0" };
     EXPECT_EQ(searchCalls, expected);
     EXPECT_FALSE(host().isSearchVisible());
+}
+
+TEST_F(HostActions, NotificationCenterLoadsItsContentOnceAndAppearsEachTime)
+{
+    host().showNotificationCenter();
+    EXPECT_TRUE(host().isNotificationCenterVisible());
+    // SpringBoard's status bar makes way for the centre's own.
+    EXPECT_EQ(host().statusBarWindow()->alpha(), 0);
+    EXPECT_EQ(dump()["statusBarAlpha"], 1.0);
+    host().hideNotificationCenter();
+    EXPECT_FALSE(host().isNotificationCenterVisible());
+    EXPECT_EQ(host().statusBarWindow()->alpha(), 1);
+    host().showNotificationCenter();
+    std::vector<std::string> expected { "load", "appear", "appear" };
+    EXPECT_EQ(notificationCenterCalls, expected);
 }
