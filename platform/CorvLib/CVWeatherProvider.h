@@ -1,10 +1,11 @@
 #pragma once
 
+#include <Foundation/NSArray.h>
+#include <Foundation/NSArray.h>
 #include <objc/objc.h>
 
 #include <string>
 
-class NSArray;
 class UIImage;
 
 // The maker library's weather source: the weather app's local city, read
