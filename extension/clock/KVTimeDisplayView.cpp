@@ -9,7 +9,17 @@
 #include <Foundation/NSDateFormatter.h>
 #include <Foundation/NSString.h>
 #include <Foundation/NSTimer.h>
+#include <CorvLib/CVAppItem.h>
+#include <CorvLib/CVImageFactory.h>
+#include <Foundation/NSBundle.h>
+#include <UIKit/NSAttributedString.h>
+#include <UIKit/UIAlertView.h>
+#include <UIKit/UIApplication.h>
 #include <UIKit/UIBlurEffect.h>
+#include <UIKit/UIImage.h>
+#include <UIKit/UIImageView.h>
+#include <UIKit/UIPickerView.h>
+#include <UIKit/UITapGestureRecognizer.h>
 #include <UIKit/UIVisualEffectView.h>
 
 OBJC_IMPLEMENT_CLASS(KVTimeDisplayView, CVContainerView)
@@ -21,16 +31,21 @@ OBJC_IMPLEMENT_CLASS(KVTimeDisplayView, CVContainerView)
     c.method<&KVTimeDisplayView::updateTimer>("updateTimer:");
     c.method<&KVTimeDisplayView::timeUntilFiredStringRepresentation>("timeUntilFiredStringRepresentation:");
     c.method<&KVTimeDisplayView::currentRelativeTimerDateWithHourOffset>("currentRelativeTimerDateWithHourOffset:minuteOffset:secondOffset:");
+    c.method<&KVTimeDisplayView::pickerView>("pickerView");
+    c.method<&KVTimeDisplayView::setPickerView>("setPickerView:");
+    c.method<&KVTimeDisplayView::numberOfComponentsInPickerView>("numberOfComponentsInPickerView:");
+    c.method<&KVTimeDisplayView::pickerViewNumberOfRowsInComponent>("pickerView:numberOfRowsInComponent:");
+    c.method<&KVTimeDisplayView::pickerViewAttributedTitleForRow>("pickerView:attributedTitleForRow:forComponent:");
+    c.method<&KVTimeDisplayView::alarmButtonSingleTapRecognizer>("alarmButtonSingleTapRecognizer:");
+    c.method<&KVTimeDisplayView::timerButtonSingleTapRecognizer>("timerButtonSingleTapRecognizer:");
 }
+
+static constexpr const char* kavelinBundlePath = "/Library/Application Support/Kavelin/KavelinBundle.bundle";
 
 // Hours from 1 January 1970 to 1 January 2001.
 static constexpr long long hoursFrom1970To2001 = 271752;
 
-KVTimeDisplayView* KVTimeDisplayView::sharedInstance()
-{
-    static KVTimeDisplayView* shared = make<KVTimeDisplayView>().leakRef();
-    return shared;
-}
+KVTimeDisplayView* KVTimeDisplayView::sharedInstance() { return sharedOverlayInstance<KVTimeDisplayView>(); }
 
 KVTimeDisplayView::KVTimeDisplayView()
 {
@@ -38,6 +53,12 @@ KVTimeDisplayView::KVTimeDisplayView()
     setHidden(true);
     _settings = KVSettings::sharedInstance();
     _themeColor = _settings->themeColor();
+    _kavelinBundle = NSBundle::bundleWithPath(kavelinBundlePath);
+    // Descending on purpose: the wheels turn down towards midnight.
+    for (long long hour = 23; hour >= 0; --hour)
+        _hours.push_back(hour);
+    for (long long minute = 59; minute >= 0; --minute)
+        _minutes.push_back(minute);
 
     _blurEffectView = make<UIVisualEffectView>(UIBlurEffect::effectWithStyle(2));
     _blurEffectView->setName("_blurEffectView");
@@ -45,6 +66,45 @@ KVTimeDisplayView::KVTimeDisplayView()
     _blurEffectView->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
     _blurEffectView->setUserInteractionEnabled(false);
     addSubview(_blurEffectView.get());
+
+    auto clock = CVAppItem::alloc()->initFromIdentifier("com.apple.mobiletimer", false);
+    _clockIconImageView = make<UIImageView>(CVImageFactory::imageSetScale(clock ? clock->iconImage() : nullptr, CGSizeMake(75.0, 75.0)));
+    _clockIconImageView->setName("_clockIconImageView");
+    addSubview(_clockIconImageView.get());
+
+    _pickerView = UIPickerView::create();
+    _pickerView->setName("_pickerView");
+    _pickerView->setBackgroundColor(UIColor::clearColor());
+    _pickerView->setShowsSelectionIndicator(true);
+    _pickerView->setDataSource(this);
+    _pickerView->setDelegate(this);
+    _pickerView->reloadAllComponents();
+    _pickerView->selectRow(11, 0, false);
+    _pickerView->selectRow(59, 1, false);
+    addSubview(_pickerView.get());
+
+    _pickerBackgroundView = make<UIView>();
+    _pickerBackgroundView->setName("_pickerBackgroundView");
+    _pickerBackgroundView->setBackgroundColor(UIColor::whiteColor());
+    _pickerBackgroundView->setAlpha(0.05);
+    _pickerBackgroundView->layer().setCornerRadius(10);
+    _pickerBackgroundView->setClipsToBounds(true);
+    _pickerBackgroundView->setUserInteractionEnabled(false);
+    _pickerView->addSubview(_pickerBackgroundView.get());
+
+    auto makeButton = [&](const char* name, const char* resource, objc::SEL action) {
+        RefPtr<UIImage> image = _kavelinBundle ? UIImage::imageWithContentsOfFile(_kavelinBundle->pathForResource(resource, "png")) : nullptr;
+        auto button = make<UIImageView>(image);
+        button->setName(name);
+        button->layer().setCornerRadius(12);
+        button->setClipsToBounds(true);
+        button->setUserInteractionEnabled(true);
+        button->addGestureRecognizer(make<UITapGestureRecognizer>(this, action).get());
+        addSubview(button.get());
+        return button;
+    };
+    _timerButtonImageView = makeButton("_timerButtonImageView", "SetTimer", OBJC_SEL("timerButtonSingleTapRecognizer:"));
+    _alarmButtonImageView = makeButton("_alarmButtonImageView", "SetAlarm", OBJC_SEL("alarmButtonSingleTapRecognizer:"));
 
     NSTimer::scheduledTimerWithTimeInterval(1.0, this, OBJC_SEL("updateTimer:"), nullptr, true);
 }
@@ -72,7 +132,106 @@ void KVTimeDisplayView::viewWillHide()
 
 void KVTimeDisplayView::updateFrame()
 {
+    double W = width(), H = height();
     _blurEffectView->setFrame(bounds());
+    bool portrait = objc::send<long long>(UIApplication::sharedApplication(), OBJC_SEL("_getSpringBoardOrientation")) == 1;
+
+    CGSize icon = _clockIconImageView->bounds().size;
+    double iconCenterY = (portrait ? 0.19 : 0.125) * H;
+    _clockIconImageView->setFrame(CGRectMake(W / 2 - icon.width / 2, iconCenterY - icon.height / 2, icon.width, icon.height));
+
+    CGRect picker = CGRectMake(-1, CGRectGetMaxY(_clockIconImageView->frame()) + 15, 345.6, 216);
+    picker.origin.x = W / 2 - picker.size.width / 2;
+    _pickerView->setFrame(picker);
+    _pickerBackgroundView->setFrame(_pickerView->bounds());
+
+    double buttonWidth = picker.size.width / 2 - 10;
+    double buttonHeight = 0.292 * buttonWidth;
+    double buttonsTop = CGRectGetMaxY(picker) + 25;
+    if (portrait) {
+        double x = W / 2 - buttonWidth / 2;
+        _timerButtonImageView->setFrame(CGRectMake(x, buttonsTop, buttonWidth, buttonHeight));
+        _alarmButtonImageView->setFrame(CGRectMake(x, buttonsTop + buttonHeight + 10, buttonWidth, buttonHeight));
+    } else {
+        _timerButtonImageView->setFrame(CGRectMake(picker.origin.x, buttonsTop, buttonWidth, buttonHeight));
+        _alarmButtonImageView->setFrame(CGRectMake(CGRectGetMaxX(picker) - buttonWidth, buttonsTop, buttonWidth, buttonHeight));
+    }
+}
+
+void KVTimeDisplayView::setPickerView(UIPickerView* picker) { _pickerView = picker; }
+
+long KVTimeDisplayView::numberOfComponentsInPickerView(NSObject*) const { return 2; }
+
+long KVTimeDisplayView::pickerViewNumberOfRowsInComponent(NSObject*, long component) const
+{
+    return static_cast<long>(component == 0 ? _hours.size() : _minutes.size());
+}
+
+std::string KVTimeDisplayView::titleForRow(long row, long component) const
+{
+    const auto& values = component == 0 ? _hours : _minutes;
+    if (row < 0 || row >= static_cast<long>(values.size()))
+        return {};
+    long long value = values[row];
+    std::string digits = value < 10 ? "0" + std::to_string(value) : std::to_string(value);
+    if (component != 0)
+        return digits;
+    std::string twelveHour;
+    if (row <= 10)
+        twelveHour = NSString::format("%d", static_cast<int>(value - 12)) + "pm";
+    else if (row == 11)
+        twelveHour = "12pm";
+    else if (row <= 22)
+        twelveHour = NSString::format("%d", static_cast<int>(value)) + "am";
+    else
+        twelveHour = "12am";
+    return digits + "  |  " + twelveHour;
+}
+
+RefPtr<NSObject> KVTimeDisplayView::pickerViewAttributedTitleForRow(NSObject*, long row, long component) const
+{
+    NSTextAttributes white;
+    white.foregroundColor = UIColor::whiteColor();
+    return NSAttributedString::create(titleForRow(row, component), white);
+}
+
+// The picked hour and minute; -1 for a wheel without a selection.
+static long long pickedValue(const std::vector<long long>& values, UIPickerView* picker, long component)
+{
+    long row = picker ? picker->selectedRowInComponent(component) : -1;
+    return row >= 0 && row < static_cast<long>(values.size()) ? values[row] : 0;
+}
+
+void KVTimeDisplayView::alarmButtonSingleTapRecognizer(UIGestureRecognizer*)
+{
+    long long hour = pickedValue(_hours, _pickerView.get(), 0);
+    long long minute = pickedValue(_minutes, _pickerView.get(), 1);
+
+    StrongId alarm = objc::send<StrongId>(objc::send<StrongId>(objc::objc_getClass("Alarm"), OBJC_SEL("alloc")), OBJC_SEL("initWithDefaultValues"));
+    objc::send(alarm, OBJC_SEL("setAllowsSnooze:"), true);
+    objc::send(alarm, OBJC_SEL("setHour:"), hour);
+    objc::send(alarm, OBJC_SEL("setMinute:"), minute);
+    objc::send(alarm, OBJC_SEL("setTitle:"), std::string());
+
+    StrongId manager = objc::send<StrongId>(objc::objc_getClass("AlarmManager"), OBJC_SEL("sharedManager"));
+    objc::send(manager, OBJC_SEL("loadAlarms"));
+    objc::send(manager, OBJC_SEL("addAlarm:active:"), alarm.get(), true);
+    objc::send(manager, OBJC_SEL("saveAlarms"));
+
+    // Spelled so on purpose: it is the text users have always seen.
+    make<UIAlertView>("Alarm created succesfully", std::nullopt, nullptr, "Close", std::vector<std::string> {})->show();
+    hide();
+}
+
+void KVTimeDisplayView::timerButtonSingleTapRecognizer(UIGestureRecognizer*)
+{
+    long long hours = pickedValue(_hours, _pickerView.get(), 0);
+    long long minutes = pickedValue(_minutes, _pickerView.get(), 1);
+
+    StrongId manager = objc::send<StrongId>(objc::objc_getClass("TimerManager"), OBJC_SEL("sharedManager"));
+    double fireValue = currentRelativeTimerDateWithHourOffset(hours, minutes, 0)->timeIntervalSince1970();
+    objc::send(manager, OBJC_SEL("scheduleAt:withSound:"), fireValue, objc::send<std::string>(manager, OBJC_SEL("defaultSound")));
+    hide();
 }
 
 RefPtr<NSDate> KVTimeDisplayView::currentRelativeTimerDateWithHourOffset(long long hours, long long minutes, long long seconds) const

@@ -1,8 +1,13 @@
 #include "UIPickerView.h"
 
+#include "NSAttributedString.h"
+#include "RenderContext.h"
+#include "TextLayout.h"
+#include "UIFont.h"
 #include "UIKitMessaging.h"
 
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 
 OBJC_IMPLEMENT_CLASS(UIPickerView, UIView)
@@ -113,6 +118,63 @@ bool UIPickerView::pickRow(long row, long component)
     m_selectedRows[component] = row;
     UIKitMessaging::tell(m_delegate.get(), OBJC_SEL("pickerView:didSelectRow:inComponent:"), static_cast<NSObject*>(this), row, component);
     return true;
+}
+
+void UIPickerView::drawContent(RenderContext& context) const
+{
+    long components = numberOfComponents();
+    CGSize size = bounds().size;
+    if (components <= 0 || size.width <= 0 || size.height <= 0)
+        return;
+    cairo_t* cr = context.cr;
+    double middle = size.height / 2;
+    double radius = size.height / 2;
+    double componentWidth = size.width / static_cast<double>(components);
+    // Only the rows that can face the viewer are asked for.
+    long reach = static_cast<long>(std::ceil(M_PI / 2 * radius / rowHeight));
+
+    TextStyle style;
+    style.defaultFont = UIFont::systemFontOfSize(23.5);
+    style.defaultColor = UIColor::blackColor();
+    style.maxLines = 1;
+    style.lineBreakMode = NSLineBreakByTruncatingTail;
+    style.alignment = NSTextAlignmentCenter;
+    style.width = componentWidth - 8;
+
+    for (long component = 0; component < components; ++component) {
+        long rows = m_rowCounts[component];
+        long selected = m_selectedRows[component];
+        double left = component * componentWidth + 4;
+        for (long row = std::max(0L, selected - reach); row < std::min(rows, selected + reach + 1); ++row) {
+            double angle = static_cast<double>(row - selected) * rowHeight / radius;
+            if (std::abs(angle) >= M_PI / 2)
+                continue;
+            RefPtr<NSAttributedString> title = objc::castRef<NSAttributedString>(attributedTitleForRow(row, component));
+            if (!title)
+                title = NSAttributedString::create(titleForRow(row, component));
+            if (title->string().empty())
+                continue;
+            double squeeze = std::cos(angle);
+            TextLayout layout(*title, style, cr);
+            cairo_save(cr);
+            cairo_translate(cr, left, middle + radius * std::sin(angle));
+            cairo_scale(cr, 1, squeeze);
+            double alpha = row == selected ? 1 : 0.35 * squeeze * squeeze;
+            cairo_push_group(cr);
+            layout.draw(cr, { 0, -layout.size().height / 2 });
+            cairo_pop_group_to_source(cr);
+            cairo_paint_with_alpha(cr, alpha);
+            cairo_restore(cr);
+        }
+    }
+
+    if (m_showsSelectionIndicator) {
+        cairo_set_source_rgba(cr, 0.6, 0.6, 0.62, 0.55);
+        for (double y : { middle - rowHeight / 2, middle + rowHeight / 2 }) {
+            cairo_rectangle(cr, 0, y - 0.25, size.width, 0.5);
+            cairo_fill(cr);
+        }
+    }
 }
 
 void UIPickerView::dumpProperties(nlohmann::json& node) const

@@ -52,6 +52,12 @@ public:
     // False (and nothing happens) when the component or row does not exist.
     bool pickRow(long row, long component);
 
+    // Drawn as iOS 9 draws it: each wheel a cylinder of rows turned so that
+    // the selected row faces the viewer in the middle, rows fading and
+    // flattening towards the top and bottom edges, with hairlines above and
+    // below the middle row when the selection indicator is shown. A row
+    // shows its attributed title, else its plain title, in the system font.
+    void drawContent(RenderContext&) const override;
     void dumpProperties(nlohmann::json&) const override;
 
 private:

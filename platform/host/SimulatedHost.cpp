@@ -32,6 +32,7 @@
 #include <Foundation/NSProcessInfo.h>
 #include <Foundation/NSRunLoop.h>
 #include <Foundation/VirtualClock.h>
+#include <UIKit/UIAlertView.h>
 #include <UIKit/UIDevice.h>
 #include <UIKit/UIScreen.h>
 
@@ -65,6 +66,7 @@ SimulatedHost::~SimulatedHost()
     SBMediaController::sharedInstance()->setNowPlayingDidChangeHandler(nullptr);
     SBAppStatusBarManager::sharedInstance()->setStatusBarAlphaDidChangeHandler(nullptr);
     SBUIController::sharedInstance()->setMenuButtonAction(nullptr);
+    UIAlertView::setPresentationObserver(nullptr);
     HostWorld::shared().setNotificationsDidChangeHandler(nullptr);
     objc::Runtime::shared().setLogSink(nullptr);
     for (auto* window : { static_cast<UIWindow*>(m_rootWindow.get()), m_statusBarWindow.get(), m_curtainWindow.get(), m_notificationCenterWindow.get(), m_searchWindow.get() }) {
@@ -77,6 +79,10 @@ SimulatedHost::~SimulatedHost()
 void SimulatedHost::wireWorld()
 {
     AlarmManager::sharedManager()->setAlarmsDidSaveHandler([] { SBClockDataProvider::sharedInstance()->refresh(); });
+    // Every alert view shown in the process is kept for the records.
+    UIAlertView::setPresentationObserver([](const UIAlertView& alert) {
+        HostWorld::shared().recordAlert({ alert.title(), alert.message(), alert.cancelButtonTitle(), alert.otherButtonTitles() });
+    });
     TimerManager::sharedManager()->setStateDidChangeHandler([this] {
         if (m_lockScreenViewController)
             m_lockScreenViewController->timerStateDidChange();
