@@ -73,6 +73,36 @@ void BM_AlarmTimerFeederTick(benchmark::State& state)
 }
 BENCHMARK(BM_AlarmTimerFeederTick);
 
+// The battery overlay's one-second tick while a time left is counted down
+// (the draining text is formatted and set every second), and its 30-second
+// sample (registry reads, the bolt and six texts).
+NSObject* batteryOverlay()
+{
+    panel();
+    static NSObject* overlay = objc::send<NSObject*>(objc::objc_getClass("KVAmperoDisplayView"), "sharedInstance");
+    return overlay;
+}
+
+void BM_AmperoSecondTick(benchmark::State& state)
+{
+    NSObject* overlay = batteryOverlay();
+    objc::SEL tick = objc::sel_registerName("AmperoBatterySecondsUpdate:");
+    // A count-down longer than any run, so that every tick writes the draining text.
+    objc::send(overlay, objc::sel_registerName("setTimeLeft:"), 2000000000);
+    for (auto _ : state)
+        objc::send(overlay, tick, static_cast<NSObject*>(nullptr));
+}
+BENCHMARK(BM_AmperoSecondTick);
+
+void BM_AmperoSample(benchmark::State& state)
+{
+    NSObject* overlay = batteryOverlay();
+    objc::SEL sample = objc::sel_registerName("AmperoUpdate:");
+    for (auto _ : state)
+        objc::send(overlay, sample, static_cast<NSObject*>(nullptr));
+}
+BENCHMARK(BM_AmperoSample);
+
 // Everything the run loop does in one virtual hour of the idle lock screen
 // with the panel on it: ten frame ticks and one second tick a second, the
 // alarm feeder, the schedule reload every ten seconds, the host's own timers.

@@ -3,7 +3,17 @@
 #include "overlays/KVOverlaySupport.h"
 #include "settings/KVSettings.h"
 
-#include <UIKit/UIBlurEffect.h>
+#include <CorvLib/CVImageFactory.h>
+#include <CorvLib/CViOSVersion.h>
+#include <Foundation/NSBundle.h>
+#include <Foundation/NSNumber.h>
+#include <Foundation/NSTimer.h>
+#include <UIKit/NSAttributedString.h>
+#include <UIKit/UIApplication.h>
+#include <UIKit/UIFont.h>
+#include <UIKit/UIImage.h>
+#include <UIKit/UIImageView.h>
+#include <UIKit/UILabel.h>
 #include <UIKit/UIVisualEffectView.h>
 
 KV_ROOT_WINDOW_CAPTURE("KVAmpero/KVAmperoDisplayView", 41)
@@ -14,53 +24,250 @@ OBJC_IMPLEMENT_CLASS(KVAmperoDisplayView, CVDisplayView)
     c.method<&KVAmperoDisplayView::show>("show");
     c.method<&KVAmperoDisplayView::hide>("hide");
     c.method<&KVAmperoDisplayView::updateFrame>("updateFrame");
+    c.method<&KVAmperoDisplayView::determineDevice>("determineDevice");
+    c.method<&KVAmperoDisplayView::AmperoUpdate>("AmperoUpdate:");
+    c.method<&KVAmperoDisplayView::AmperoBatterySecondsUpdate>("AmperoBatterySecondsUpdate:");
+    c.method<&KVAmperoDisplayView::isecFromSeconds>("isecFromSeconds:");
+    c.method<&KVAmperoDisplayView::phoneTimeMultiplier>("phoneTimeMultiplier");
+    c.method<&KVAmperoDisplayView::hdVideoTimeMultiplier>("hdVideoTimeMultiplier");
+    c.method<&KVAmperoDisplayView::wifiTimeMultiplier>("wifiTimeMultiplier");
+    c.method<&KVAmperoDisplayView::musicTimeMultiplier>("musicTimeMultiplier");
+    c.method<&KVAmperoDisplayView::standbyTimeMultiplier>("standbyTimeMultiplier");
+    c.method<&KVAmperoDisplayView::timeLeft>("timeLeft");
+    c.method<&KVAmperoDisplayView::setTimeLeft>("setTimeLeft:");
 }
 
-KVAmperoDisplayView* KVAmperoDisplayView::sharedInstance()
+static constexpr double compactIconSide = 24;
+
+static constexpr const char* kavelinBundlePath = "/Library/Application Support/Kavelin/KavelinBundle.bundle";
+
+// IOKit's registry, reached through the host's registry object by name.
+static StrongId ioRegistry() { return objc::send<StrongId>(objc::objc_getClass("IORegistry"), OBJC_SEL("sharedRegistry")); }
+
+static uint32_t IOServiceGetMatchingService(const std::string& className)
 {
-    static KVAmperoDisplayView* shared = make<KVAmperoDisplayView>().leakRef();
-    return shared;
+    return objc::send<uint32_t>(ioRegistry(), OBJC_SEL("matchingServiceNamed:"), className);
 }
+
+// A number property of a registry entry, or nothing.
+static std::optional<double> IORegistryEntryCreateCFProperty(uint32_t entry, const std::string& key)
+{
+    auto number = objc::send<RefPtr<NSNumber>>(ioRegistry(), OBJC_SEL("propertyOfService:forKey:"), entry, key);
+    if (!number)
+        return std::nullopt;
+    return number->doubleValue();
+}
+
+static StrongId homeScreenController() { return objc::send<StrongId>(objc::objc_getClass("SBUIController"), OBJC_SEL("sharedInstance")); }
+
+KVAmperoDisplayView* KVAmperoDisplayView::sharedInstance() { return sharedOverlayInstance<KVAmperoDisplayView>(); }
 
 KVAmperoDisplayView::KVAmperoDisplayView()
 {
-    setName("KVAmperoDisplayView");
-    setHidden(true);
-    addSubview(displayContainerView());
-    if (auto* window = objc::cast<UIView>(s_rootWindow))
-        window->addSubview(this);
+    attachDisplayOverlay(this, s_rootWindow.get());
     _settings = KVSettings::sharedInstance();
+    _themeColor = _settings->amperoThemeColor();
+    _kavelinBundle = NSBundle::bundleWithPath(kavelinBundlePath);
+    _powerSource = IOServiceGetMatchingService("IOPMPowerSource");
+    _blurView = addDarkBlur(displayContainerView());
 
-    _blurEffectView = make<UIVisualEffectView>(UIBlurEffect::effectWithStyle(2));
-    _blurEffectView->setName("_blurEffectView");
-    _blurEffectView->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
-    _blurEffectView->setUserInteractionEnabled(false);
-    displayContainerView()->addSubview(_blurEffectView.get());
+    determineDevice();
+    initAnimatedBigBoltView();
+    initBigBoltView();
+    initBatteryView();
+    initUsageRow(KVAmperoEstimator::Phone, "Ampero/Phone", "_phoneImageView", "_phoneLabel", _phoneImageView, _phoneLabel);
+    initUsageRow(KVAmperoEstimator::HDVideo, "Ampero/HDVideo", "_hdVideoImageView", "_hdVideoLabel", _hdVideoImageView, _hdVideoLabel);
+    initUsageRow(KVAmperoEstimator::Wifi, "Ampero/Wifi", "_wifiImageView", "_wifiLabel", _wifiImageView, _wifiLabel);
+    initUsageRow(KVAmperoEstimator::Music, "Ampero/Music", "_musicImageView", "_musicLabel", _musicImageView, _musicLabel);
+    initUsageRow(KVAmperoEstimator::Standby, "Ampero/Standby", "_standbyImageView", "_standbyLabel", _standbyImageView, _standbyLabel);
+
+    _bigBoltView->setHidden(false);
+    _bigBoltView->setImage(_boltFrames[0]);
+    AmperoUpdate(nullptr);
+    NSTimer::scheduledTimerWithTimeInterval(30.0, this, OBJC_SEL("AmperoUpdate:"), nullptr, true);
+    NSTimer::scheduledTimerWithTimeInterval(1.0, this, OBJC_SEL("AmperoBatterySecondsUpdate:"), nullptr, true);
 }
 
-void KVAmperoDisplayView::show()
+void KVAmperoDisplayView::determineDevice() { _estimator.determineDevice(CViOSVersion::deviceVersion()); }
+
+RefPtr<UIImage> KVAmperoDisplayView::bundleImage(const char* resource) const
 {
-    updateFrame();
-    RefPtr<KVAmperoDisplayView> protect(this);
-    showWithCompletion([protect] {
-        if (protect->_settings->amperoResetLockScreenDim())
-            resetLockScreenIdleTimer();
-    });
+    if (!_kavelinBundle)
+        return nullptr;
+    return UIImage::imageWithContentsOfFile(_kavelinBundle->pathForResource(resource, "png"));
 }
 
-void KVAmperoDisplayView::hide()
+void KVAmperoDisplayView::initAnimatedBigBoltView()
 {
-    RefPtr<KVAmperoDisplayView> protect(this);
-    hideWithCompletion([protect] {
-        protect->setHidden(true);
-        if (protect->_settings->amperoResetLockScreenDim())
-            resetLockScreenIdleTimer();
-    });
+    std::vector<RefPtr<UIImage>> frames;
+    for (int index = 0; index <= 10; ++index) {
+        _boltFrames[index] = CVImageFactory::imageSetScale(bundleImage(("Ampero/BoltAnimated/" + std::to_string(index)).c_str()).get(), CGSizeMake(100.0, 100.0));
+        frames.push_back(_boltFrames[index]);
+    }
+    _animatedBigBoltView = make<UIImageView>();
+    _animatedBigBoltView->setName("_animatedBigBoltView");
+    _animatedBigBoltView->setUserInteractionEnabled(false);
+    _animatedBigBoltView->setAnimationImages(std::move(frames));
+    _animatedBigBoltView->setAnimationDuration(1.8);
+    _animatedBigBoltView->setAnimationRepeatCount(0);
+    _animatedBigBoltView->setHidden(true);
 }
+
+void KVAmperoDisplayView::initBigBoltView()
+{
+    _bigBoltView = make<UIImageView>();
+    _bigBoltView->setName("_bigBoltView");
+    _bigBoltView->setUserInteractionEnabled(false);
+    _bigBoltView->setHidden(true);
+}
+
+void KVAmperoDisplayView::initBatteryView()
+{
+    _batteryContainerView = make<UIView>();
+    _batteryContainerView->setName("_batteryContainerView");
+    _batteryContainerView->setUserInteractionEnabled(false);
+    _batteryContainerView->addSubview(_animatedBigBoltView.get());
+    _batteryContainerView->addSubview(_bigBoltView.get());
+
+    _batteryLabel = make<UILabel>();
+    _batteryLabel->setName("_batteryLabel");
+    _batteryLabel->setText(KVAmperoEstimator::calibrationText);
+    _batteryLabel->setFont(UIFont::boldSystemFontOfSize(14));
+    _batteryLabel->setNumberOfLines(2);
+    _batteryLabel->setBackgroundColor(UIColor::clearColor());
+    _batteryLabel->setTextColor(_themeColor);
+    _batteryLabel->setTextAlignment(NSTextAlignmentCenter);
+    _batteryLabel->setAdjustsFontSizeToFitWidth(true);
+    _batteryContainerView->addSubview(_batteryLabel.get());
+    displayContainerView()->addSubview(_batteryContainerView.get());
+}
+
+void KVAmperoDisplayView::initUsageRow(KVAmperoEstimator::UsageRow row, const char* resource, const char* imageName, const char* labelName, RefPtr<UIImageView>& imageView, RefPtr<UILabel>& label)
+{
+    auto icon = CVImageFactory::imageSetScale(bundleImage(resource).get(), CGSizeMake(50.0, 50.0));
+    auto tinted = CVImageFactory::imageSetColor(icon.get(), _themeColor.get());
+    _rowIcons[row] = { tinted, CVImageFactory::imageSetScale(tinted.get(), CGSizeMake(compactIconSide, compactIconSide)) };
+    imageView = make<UIImageView>(tinted);
+    imageView->setName(imageName);
+    // The icon keeps its own size in the middle of its square.
+    imageView->setContentMode(UIViewContentModeCenter);
+    imageView->setUserInteractionEnabled(false);
+
+    label = make<UILabel>();
+    label->setName(labelName);
+    label->setText("Calculating Info...");
+    label->setFont(UIFont::boldSystemFontOfSize(13));
+    label->setNumberOfLines(1);
+    label->setBackgroundColor(UIColor::clearColor());
+    label->setTextColor(_themeColor);
+    label->setTextAlignment(NSTextAlignmentCenter);
+    label->setAdjustsFontSizeToFitWidth(true);
+    displayContainerView()->addSubview(imageView.get());
+    displayContainerView()->addSubview(label.get());
+}
+
+std::array<UILabel*, KVAmperoEstimator::usageRowCount> KVAmperoDisplayView::usageLabels() const
+{
+    return { _phoneLabel.get(), _hdVideoLabel.get(), _wifiLabel.get(), _musicLabel.get(), _standbyLabel.get() };
+}
+
+void KVAmperoDisplayView::show() { showDisplayOverlay(this, _settings.get(), &KVSettings::amperoResetLockScreenDim); }
+
+void KVAmperoDisplayView::hide() { hideDisplayOverlay(this, _settings.get(), &KVSettings::amperoResetLockScreenDim); }
 
 void KVAmperoDisplayView::updateFrame()
 {
-    updateFrameForActiveOrientation();
-    displayContainerView()->setFrame(bounds());
-    _blurEffectView->setFrame(displayContainerView()->bounds());
+    layOutDisplayOverlay(this, _blurView.get());
+    bool portrait = objc::send<long long>(UIApplication::sharedApplication(), OBJC_SEL("_getSpringBoardOrientation")) == 1;
+    double side = portrait ? 100 : 50;
+    double W = width(), H = height();
+    _laidOutSize = bounds().size;
+
+    CGRect container = CGRectMake(0.5 * W - side / 2, 0.1 * H - side / 2, side, side);
+    _batteryContainerView->setFrame(container);
+    _animatedBigBoltView->setFrame(CGRectMake(0, 0, side, side));
+    _bigBoltView->setFrame(CGRectMake(0, 0, side, side));
+    _batteryLabel->setFrame(CGRectMake(-container.origin.x, side + 2.5, W, 36));
+
+    struct Row {
+        UIImageView* icon;
+        UILabel* label;
+        double centerHeight;
+    };
+    size_t index = 0;
+    for (Row row : { Row { _phoneImageView.get(), _phoneLabel.get(), 0.30 }, Row { _hdVideoImageView.get(), _hdVideoLabel.get(), 0.44 },
+             Row { _wifiImageView.get(), _wifiLabel.get(), 0.58 }, Row { _musicImageView.get(), _musicLabel.get(), 0.72 },
+             Row { _standbyImageView.get(), _standbyLabel.get(), 0.86 } }) {
+        auto& icons = _rowIcons[index++];
+        row.icon->setImage(portrait ? icons.first : icons.second);
+        row.icon->setFrame(CGRectMake(0.5 * W - side / 2, row.centerHeight * H - side / 2, side, side));
+        row.label->setFrame(CGRectMake(0, CGRectGetMaxY(row.icon->frame()), W, 18));
+    }
+}
+
+void KVAmperoDisplayView::setBatteryText(const KVAmperoEstimator::BatteryText& batteryText)
+{
+    if (batteryText.highlighted.empty()) {
+        _batteryLabel->setText(batteryText.text);
+        return;
+    }
+    auto text = NSMutableAttributedString::create(batteryText.text);
+    NSRange range = text->rangeOfString(batteryText.highlighted);
+    if (range.length) {
+        NSTextAttributes colored;
+        colored.foregroundColor = batteryText.highlightColor == KVAmperoEstimator::BatteryText::Color::Green
+            ? UIColor::colorWithRed(76 / 255.0, 217 / 255.0, 100 / 255.0, 1)
+            : UIColor::colorWithRed(1, 59 / 255.0, 48 / 255.0, 1);
+        text->addAttributes(colored, range);
+    }
+    _batteryLabel->setAttributedText(text.get());
+}
+
+void KVAmperoDisplayView::AmperoUpdate(NSTimer*)
+{
+    KVAmperoEstimator::Reading reading;
+    // A reading the registry does not have keeps its -100.0.
+    if (auto current = IORegistryEntryCreateCFProperty(_powerSource, "AppleRawCurrentCapacity"))
+        reading.rawCurrentCapacity = *current;
+    if (auto maximum = IORegistryEntryCreateCFProperty(_powerSource, "AppleRawMaxCapacity"))
+        reading.rawMaxCapacity = *maximum;
+    StrongId controller = homeScreenController();
+    reading.batteryCapacity = objc::send<double>(controller, OBJC_SEL("batteryCapacity"));
+    reading.isOnAC = objc::send<bool>(controller, OBJC_SEL("isOnAC"));
+
+    auto presentation = _estimator.AmperoUpdate(reading);
+    if (presentation.animatedBolt) {
+        if (_animatedBigBoltView->isHidden()) {
+            _animatedBigBoltView->setHidden(false);
+            _animatedBigBoltView->startAnimating();
+        }
+        if (!_bigBoltView->isHidden())
+            _bigBoltView->setHidden(true);
+    } else {
+        if (!_animatedBigBoltView->isHidden()) {
+            _animatedBigBoltView->setHidden(true);
+            if (_animatedBigBoltView->isAnimating())
+                _animatedBigBoltView->stopAnimating();
+        }
+        if (_bigBoltView->isHidden())
+            _bigBoltView->setHidden(false);
+    }
+    if (presentation.stillBoltFrame)
+        _bigBoltView->setImage(_boltFrames[*presentation.stillBoltFrame]);
+    if (presentation.batteryText)
+        setBatteryText(*presentation.batteryText);
+    auto labels = usageLabels();
+    for (size_t row = 0; row < labels.size(); ++row)
+        labels[row]->setText(presentation.usageTexts[row]);
+}
+
+void KVAmperoDisplayView::AmperoBatterySecondsUpdate(NSTimer*)
+{
+    // Turned while open: lay out again for the new screen size.
+    if (isActive() && _laidOutSize != CVScreenBoundsForActiveOrientation().size)
+        updateFrame();
+    if (_estimator.chargerStateChanged(objc::send<bool>(homeScreenController(), OBJC_SEL("isOnAC"))))
+        AmperoUpdate(nullptr);
+    if (auto text = _estimator.countDown())
+        setBatteryText(*text);
 }
