@@ -9,6 +9,12 @@ now 2026-11-21T09:41:00
 battery level=0.76 ac=no
 alarm tomorrow 07:00
 timer running 25m
+calendar Work color=#ff9500
+event "Design review" start=2026-11-21T11:00:00 end=2026-11-21T12:00:00 calendar=Work location="Studio 2" notes="Bring the printed boards."
+event "Lunch with Anna" start=2026-11-21T13:00:00 end=2026-11-21T14:00:00 location="Cais do Sodré"
+reminder "Pick up the book" due=2026-11-21T16:00:00
+prefs calveraHomeButtonCloseEnabled yes
+prefs notaraHomeButtonCloseEnabled yes
 notification com.apple.MobileSMS title="Anna" message="Lunch at one? I found a new place near the river." date=-12m
 notification com.apple.MobileSMS title="Anna" message="Bring the book!" date=-3m
 notification com.apple.mobilemail title="Rita Hale" subtitle="Photos from the trip" message="Here are the ones from Sunday." date=-40m
@@ -42,6 +48,22 @@ search show right
 advance 1s
 shot search.png
 search hide
+tap KVTableViewSectionHeaderCell@0
+advance 1s
+shot event-overlay.png
+home
+advance 1s
+tap KVTableViewRowCell@2
+advance 1s
+shot notification-overlay.png
+home
+advance 1s
+notification com.apple.mobilemail title="Rita Hale" message="Dinner on Friday?" date=-20m image=yes actions=2
+notification com.apple.mobilesafari title="Reading list" message="3 articles saved for later" date=-1h
+notification com.apple.Music title="New music" message="A new album from Nils Frahm" date=-2h
+event "Call with the printer" start=2026-11-21T15:30:00 end=2026-11-21T16:00:00 calendar=Work
+advance 10s
+shot schedule-table.png
 )";
 }
 

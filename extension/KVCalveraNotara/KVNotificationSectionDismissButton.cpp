@@ -1,11 +1,11 @@
 #include "KVNotificationSectionDismissButton.h"
 
+#include "KVCalveraNotaraSupport.h"
 #include "_KVContainerView/KVView.h"
 #include "schedule/KVTableViewController.h"
 
 #include <CorvLib/CVImageFactory.h>
 #include <CorvLib/CVNotificationSection.h>
-#include <Foundation/NSBundle.h>
 #include <UIKit/UIImage.h>
 
 OBJC_IMPLEMENT_CLASS(KVNotificationSectionDismissButton, UIButton)
@@ -16,17 +16,13 @@ OBJC_IMPLEMENT_CLASS(KVNotificationSectionDismissButton, UIButton)
     c.method<&KVNotificationSectionDismissButton::setSection>("setSection:");
 }
 
-static constexpr const char* kavelinBundlePath = "/Library/Application Support/Kavelin/KavelinBundle.bundle";
-
 RefPtr<KVNotificationSectionDismissButton> KVNotificationSectionDismissButton::dismissButtonWithFrame(CGRect frame, CVNotificationSection* section)
 {
     auto button = make<KVNotificationSectionDismissButton>();
     button->setName("_dismissButton");
     button->setSection(section);
     button->setFrame(frame);
-    RefPtr<UIImage> image;
-    if (auto bundle = NSBundle::bundleWithPath(kavelinBundlePath))
-        image = UIImage::imageWithContentsOfFile(bundle->pathForResource("DismissButton", "png"));
+    auto image = UIImage::imageWithContentsOfFile(kavelinBundleImagePath("DismissButton"));
     image = CVImageFactory::imageSetScale(image.get(), CGSizeMake(frame.size.width / 2, frame.size.height / 2));
     image = CVImageFactory::imageSetColor(image.get(), UIColor::whiteColor().get());
     button->setBackgroundImage(image, UIControlStateNormal);

@@ -1,8 +1,15 @@
 #include "KVSingleEventDisplayView.h"
 
+#include "KVCalveraNotaraSupport.h"
 #include "overlays/KVOverlaySupport.h"
+#include "schedule/KVEventItem.h"
+#include "schedule/KVScheduleTexts.h"
 #include "settings/KVSettings.h"
 
+#include <CorvLib/CVAppItem.h>
+#include <CorvLib/CVImageFactory.h>
+#include <UIKit/UIImageView.h>
+#include <UIKit/UILabel.h>
 #include <UIKit/UIVisualEffectView.h>
 
 KV_ROOT_WINDOW_CAPTURE("KVCalveraNotara/KVSingleEventDisplayView", 44)
@@ -14,7 +21,12 @@ OBJC_IMPLEMENT_CLASS(KVSingleEventDisplayView, CVDisplayView)
     c.method<&KVSingleEventDisplayView::hide>("hide");
     c.method<&KVSingleEventDisplayView::updateFrame>("updateFrame");
     c.method<&KVSingleEventDisplayView::updateEventItem>("updateEventItem:");
+    c.method<&KVSingleEventDisplayView::eventItem>("eventItem");
+    c.method<&KVSingleEventDisplayView::setEventItem>("setEventItem:");
     c.ivar<&KVSingleEventDisplayView::_eventItem>("_eventItem");
+    c.ivar<&KVSingleEventDisplayView::_appIconImageView>("_appIconImageView");
+    c.ivar<&KVSingleEventDisplayView::_eventTypeLabel>("_eventTypeLabel");
+    c.ivar<&KVSingleEventDisplayView::_eventDescriptionLabel>("_eventDescriptionLabel");
 }
 
 KVSingleEventDisplayView* KVSingleEventDisplayView::sharedInstance() { return sharedOverlayInstance<KVSingleEventDisplayView>(); }
@@ -24,6 +36,16 @@ KVSingleEventDisplayView::KVSingleEventDisplayView()
     attachDisplayOverlay(this, s_rootWindow.get());
     _settings = KVSettings::sharedInstance();
     _blurEffectView = addDarkBlur(displayContainerView());
+
+    _themeColor = _settings->themeColor();
+    _appIconImageView = UIImageView::create();
+    _appIconImageView->setName("_appIconImageView");
+    _appIconImageView->setUserInteractionEnabled(false);
+    _eventTypeLabel = makeOverlayLabel("_eventTypeLabel", _themeColor, 3);
+    _eventDescriptionLabel = makeOverlayLabel("_eventDescriptionLabel", _themeColor, 0);
+    _eventDescriptionLabel->setLineBreakMode(NSLineBreakByWordWrapping);
+    for (UIView* view : { static_cast<UIView*>(_appIconImageView.get()), static_cast<UIView*>(_eventTypeLabel.get()), static_cast<UIView*>(_eventDescriptionLabel.get()) })
+        displayContainerView()->addSubview(view);
 }
 
 void KVSingleEventDisplayView::show() { showDisplayOverlay(this, _settings.get(), &KVSettings::calveraResetLockScreenDim); }
@@ -33,6 +55,43 @@ void KVSingleEventDisplayView::hide() { hideDisplayOverlay(this, _settings.get()
 void KVSingleEventDisplayView::updateFrame()
 {
     layOutDisplayOverlay(this, _blurEffectView.get());
+    double w = width();
+    double h = height();
+    _appIconImageView->setFrame(CGRectMake(w / 2 - 37.5, 0.2 * h - 37.5, 75, 75));
+    _eventTypeLabel->setFrame(CGRectMake(0, CGRectGetMaxY(_appIconImageView->frame()) + 1, w, 60));
+    _eventDescriptionLabel->setFrame(CGRectMake(0.1 * w, CGRectGetMaxY(_eventTypeLabel->frame()) + 5, 0.8 * w, 0.3 * h));
 }
 
-void KVSingleEventDisplayView::updateEventItem(NSObject* record) { _eventItem = StrongId(record); }
+// A text of the item, unless it is missing or empty.
+static std::string textOr(const NSString* text, const char* fallback)
+{
+    return text && !text->string().empty() ? text->string() : std::string(fallback);
+}
+
+void KVSingleEventDisplayView::updateEventItem(NSObject* record)
+{
+    updateFrame();
+    setEventItem(record);
+    auto* item = dynamic_cast<KVEventItem*>(record);
+    if (!item)
+        return;
+    bool military = _settings->militaryTime();
+    std::string type = item->typeString();
+    std::string timeText = KVScheduleTexts::dayAndTimeText(item->date().get(), military);
+    const char* app = nullptr;
+    if (type == "event") {
+        app = "com.apple.mobilecal";
+        // The end loses its leading zero even in 24-hour form.
+        timeText = "Start: " + timeText + "\nEnd: " + KVScheduleTexts::dayAndTimeText(item->endDate().get(), military, true);
+    } else if (type == "reminder") {
+        app = "com.apple.reminders";
+        timeText += "\n";
+    }
+    RefPtr<UIImage> icon;
+    if (auto appItem = app ? CVAppItem::alloc()->initFromIdentifier(app, false) : nullptr)
+        icon = CVImageFactory::imageSetScale(appItem->iconImage(), _appIconImageView->frame().size);
+    _appIconImageView->setImage(icon);
+    _eventTypeLabel->setText(type + "\n" + timeText);
+    _eventDescriptionLabel->setText("Title\n" + textOr(item->title().get(), "No title") + "\n\nLocation\n" + textOr(item->location().get(), "No location")
+        + "\n\nNotes\n" + textOr(item->notes().get(), "No notes"));
+}

@@ -5,6 +5,7 @@
 #include "KVTableViewRowCell.h"
 #include "KVTableViewSectionHeaderCell.h"
 
+#include "KVCalveraNotara/KVCalveraNotaraSupport.h"
 #include "KVCalveraNotara/KVNotificationSectionDismissButton.h"
 #include "KVMelodra/KVMelodraView.h"
 #include "_KVContainerView/KVView.h"
@@ -17,10 +18,8 @@
 #include <CorvLib/CVNotificationRow.h>
 #include <CorvLib/CVNotificationSection.h>
 #include <CorvLib/CVNotificationsProvider.h>
-#include <CorvLib/CVSBUIController.h>
 #include <Foundation/Dispatch.h>
 #include <Foundation/NSArray.h>
-#include <Foundation/NSBundle.h>
 #include <Foundation/NSCalendar.h>
 #include <Foundation/NSDate.h>
 #include <Foundation/NSNumber.h>
@@ -36,7 +35,6 @@
 #include <climits>
 #include <cmath>
 
-static constexpr const char* kavelinBundlePath = "/Library/Application Support/Kavelin/KavelinBundle.bundle";
 static constexpr const char* lightFont = "HelveticaNeue-Light";
 
 OBJC_IMPLEMENT_CLASS(KVTableViewController, UIViewController)
@@ -77,10 +75,8 @@ static NSObject* overlayNamed(const char* name) { return objc::send<NSObject*>(o
 KVTableViewController::KVTableViewController()
 {
     m_settings = KVSettings::sharedInstance();
-    if (auto bundle = NSBundle::bundleWithPath(kavelinBundlePath)) {
-        auto bullet = UIImage::imageWithContentsOfFile(bundle->pathForResource("Bullet", "png"));
-        m_bulletImage = CVImageFactory::imageSetScale(bullet.get(), CGSizeMake(7.5, 7.5));
-    }
+    auto bullet = UIImage::imageWithContentsOfFile(kavelinBundleImagePath("Bullet"));
+    m_bulletImage = CVImageFactory::imageSetScale(bullet.get(), CGSizeMake(7.5, 7.5));
     m_timeStampTransparency = 1.0;
     m_calveraSectionHeaderTransparency = m_settings->calveraStrongerColorEnabled() ? 0.3 : 0.1;
     m_calveraRowTransparencyWhenAutoColored = m_calveraSectionHeaderTransparency / 2;
@@ -967,15 +963,7 @@ void KVTableViewController::notificationRowSingleTapRecognizer(UIGestureRecogniz
         return showNotificationDisplayViewForNotificationRow(row.get());
     if (!m_settings->notaraLaunchEnabled())
         return;
-    if (m_settings->location() == KVPanelLocation::LockScreen) {
-        StrongId action = objc::send<StrongId>(row->bulletin(), OBJC_SEL("defaultAction"));
-        if (auto url = objc::send<RefPtr<NSString>>(action, OBJC_SEL("launchURL")))
-            CVSBUIController::launchURLPromptToUnlockIfNecessary(url->string());
-        else
-            CVSBUIController::activateApplicationPromptToUnlockIfNecessary(row->app().get());
-        return;
-    }
-    CVSBUIController::activateApplication(row->app().get());
+    launchNotificationRow(row.get(), m_settings.get());
 }
 
 void KVTableViewController::notificationFooterViewSingleTapRecognizer(UIGestureRecognizer*)

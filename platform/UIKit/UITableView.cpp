@@ -36,6 +36,27 @@ void UITableView::setUp()
     setAlwaysBounceVertical(true);
 }
 
+void UITableView::setDataSource(NSObject* dataSource)
+{
+    m_dataSource = dataSource;
+    m_needsReload = true;
+    setNeedsLayout();
+}
+
+void UITableView::setTableDelegate(NSObject* delegate)
+{
+    m_delegate = delegate;
+    m_needsReload = true;
+    setNeedsLayout();
+}
+
+void UITableView::didMoveToWindow()
+{
+    UIScrollView::didMoveToWindow();
+    if (window())
+        setNeedsLayout();
+}
+
 long UITableView::numberOfRowsInSection(long section) const
 {
     if (section < 0 || section >= numberOfSections())

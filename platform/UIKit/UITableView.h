@@ -55,9 +55,10 @@ public:
 
     UITableViewStyle style() const { return m_style; }
     NSObject* dataSource() const { return m_dataSource; }
-    void setDataSource(NSObject* dataSource) { m_dataSource = dataSource; }
+    // A new data source or delegate is asked at the next layout.
+    void setDataSource(NSObject*);
     NSObject* tableDelegate() const { return m_delegate; }
-    void setTableDelegate(NSObject* delegate) { m_delegate = delegate; }
+    void setTableDelegate(NSObject*);
 
     // Used when the delegate does not answer the height questions.
     double rowHeight() const { return m_rowHeight; }
@@ -107,6 +108,10 @@ public:
 
     void layoutSubviews() override;
     void dumpProperties(nlohmann::json&) const override;
+
+protected:
+    // A table entering a window loads its data, as UIKit's does.
+    void didMoveToWindow() override;
 
 private:
     struct SectionGeometry {
