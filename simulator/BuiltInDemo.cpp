@@ -7,6 +7,25 @@ std::string_view builtInDemoScenario()
     return R"(# A Saturday morning on an iPhone 6.
 now 2026-11-21T09:41:00
 battery level=0.76 ac=no
+weather city="Lisbon" condition="Partly Cloudy" icon=partly-cloudy temp=17 high=21 low=12
+weather-hour 1000 17 icon=partly-cloudy
+weather-hour 1100 18 icon=sunny
+weather-hour 1200 20 icon=sunny
+weather-hour 1300 21 icon=sunny
+weather-hour 1400 21 icon=partly-cloudy
+weather-hour 1500 20 icon=cloudy
+weather-hour 1600 19 icon=cloudy
+weather-hour 1700 17 icon=rain
+weather-day Today 21 12 icon=partly-cloudy
+weather-day Sunday 19 11 icon=rain
+weather-day Monday 16 10 icon=thunderstorm
+weather-day Tuesday 15 9 icon=cloudy
+weather-day Wednesday 17 10 icon=partly-cloudy
+weather-day Thursday 20 12 icon=sunny
+weather-day Friday 18 11 icon=wind
+prefs vestrumHomeButtonCloseEnabled yes
+prefs forecastHomeButtonCloseEnabled yes
+prefs amperoHomeButtonCloseEnabled yes
 alarm tomorrow 07:00
 timer running 25m
 calendar Work color=#ff9500
@@ -64,6 +83,41 @@ notification com.apple.Music title="New music" message="A new album from Nils Fr
 event "Call with the printer" start=2026-11-21T15:30:00 end=2026-11-21T16:00:00 calendar=Work
 advance 10s
 shot schedule-table.png
+advance 1s
+tap #_timeContainerView
+advance 1s
+shot clock-overlay.png
+home
+advance 1s
+tap #_weatherContainerView
+advance 1s
+shot weather-overlay.png
+home
+advance 1s
+tap #_amperoContainerView
+advance 1s
+shot battery-overlay.png
+home
+advance 1s
+rotate landscape
+advance 1s
+tap #_timeContainerView
+advance 1s
+shot clock-overlay-landscape.png
+home
+advance 1s
+tap #_weatherContainerView
+advance 1s
+shot weather-overlay-landscape.png
+home
+advance 1s
+tap #_amperoContainerView
+advance 1s
+shot battery-overlay-landscape.png
+home
+advance 1s
+rotate portrait
+advance 1s
 )";
 }
 
