@@ -72,17 +72,19 @@ advance 1s
 shot event-overlay.png
 home
 advance 1s
-tap KVTableViewRowCell@2
-advance 1s
-shot notification-overlay.png
-home
-advance 1s
 notification com.apple.mobilemail title="Rita Hale" message="Dinner on Friday?" date=-20m image=yes actions=2
 notification com.apple.mobilesafari title="Reading list" message="3 articles saved for later" date=-1h
 notification com.apple.Music title="New music" message="A new album from Nils Frahm" date=-2h
 event "Call with the printer" start=2026-11-21T15:30:00 end=2026-11-21T16:00:00 calendar=Work
 advance 10s
 shot schedule-table.png
+scroll #tableView 0 -300
+advance 1s
+tap 187.5,329
+advance 1s
+shot notification-overlay.png
+home
+advance 1s
 advance 1s
 tap #_timeContainerView
 advance 1s

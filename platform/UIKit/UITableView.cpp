@@ -32,8 +32,10 @@ void UITableView::setUp()
         m_sectionHeaderHeight = 35;
         m_sectionFooterHeight = 35;
     }
-    // Tables always let a vertical drag begin, as UIKit's do.
+    // Tables always let a vertical drag begin, and clip their rows to their
+    // bounds, as UIKit's scroll views do.
     setAlwaysBounceVertical(true);
+    setClipsToBounds(true);
 }
 
 void UITableView::setDataSource(NSObject* dataSource)
