@@ -333,7 +333,9 @@ std::string KVTableViewController::timeUntilNextEvent() const
 
 std::vector<std::string> KVTableViewController::calendarBlacklist() const
 {
-    auto* setting = dynamic_cast<NSString*>(m_settings->calendarBlacklist().get());
+    // Held while it is read: a fallback string has no other owner.
+    StrongId stored = m_settings->calendarBlacklist();
+    auto* setting = dynamic_cast<NSString*>(stored.get());
     return KVScheduleTexts::calendarBlacklist(setting ? setting->string() : std::string());
 }
 

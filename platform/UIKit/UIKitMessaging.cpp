@@ -7,6 +7,8 @@ namespace UIKitMessaging {
 
 Lookup lookUp(NSObject* receiver, objc::SEL sel, const std::type_info& signature)
 {
+    if (!receiver)
+        return Lookup::Missing;
     const objc::Method* method = receiver->isa()->lookupMethod(sel);
     if (!method)
         return Lookup::Missing;

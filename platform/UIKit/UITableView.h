@@ -54,10 +54,10 @@ public:
     static RefPtr<UITableView> create(CGRect frame, UITableViewStyle style) { return make<UITableView>(frame, style); }
 
     UITableViewStyle style() const { return m_style; }
-    NSObject* dataSource() const { return m_dataSource; }
+    NSObject* dataSource() const { return m_dataSource.get(); }
     // A new data source or delegate is asked at the next layout.
     void setDataSource(NSObject*);
-    NSObject* tableDelegate() const { return m_delegate; }
+    NSObject* tableDelegate() const { return m_delegate.get(); }
     void setTableDelegate(NSObject*);
 
     // Used when the delegate does not answer the height questions.
@@ -139,8 +139,10 @@ private:
     RefPtr<UIView> requestSupplementaryView(long section, Supplementary);
 
     UITableViewStyle m_style { UITableViewStylePlain };
-    NSObject* m_dataSource { nullptr };
-    NSObject* m_delegate { nullptr };
+    // Kept alive by the table (UIKit does not), so that a data source freed
+    // first can never be messaged.
+    RefPtr<NSObject> m_dataSource;
+    RefPtr<NSObject> m_delegate;
     double m_rowHeight { 44 };
     double m_sectionHeaderHeight { 22 };
     double m_sectionFooterHeight { 22 };
