@@ -1,31 +1,15 @@
 // Feeds arbitrary bytes to the preferences reader as the preferences file,
 // then asks every setting: nothing may crash, hang or leak, whatever the
 // file holds.
-#include <Foundation/NSFileManager.h>
+#include "FuzzDeviceRoot.h"
+
 #include <settings/KVSettings.h>
 
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <unistd.h>
-
-static void prepareDeviceRoot()
-{
-    std::string root = (std::filesystem::temp_directory_path() / ("kv-fuzz-prefs-" + std::to_string(getpid()))).string();
-    std::filesystem::create_directories(root);
-    NSFileManager::setDeviceRoot(root);
-    // Unanswered messages are expected here; keep them out of the fuzzer's output.
-    objc::Runtime::shared().setLogSink([](const std::string&) { });
-    std::atexit([] {
-        std::error_code ignored;
-        std::filesystem::remove_all(NSFileManager::deviceRoot(), ignored);
-    });
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
 {
-    static bool prepared = (prepareDeviceRoot(), true);
+    static bool prepared = (prepareFuzzDeviceRoot("prefs"), true);
     (void)prepared;
     auto data = NSData::dataWithBytes(bytes, length);
     NSFileManager::defaultManager()->createFileAtPath(KVSettings::preferencesPath, data.get());

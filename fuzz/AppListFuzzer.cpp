@@ -1,0 +1,94 @@
+// Feeds arbitrary bytes to the launcher as the user's app list file, then
+// builds the row of icons from it: nothing may crash, and the reader's
+// bounds hold whatever the file holds (at most maximumEntries identifiers,
+// each shown once, none empty or padded with blanks, none with a line end
+// or the ":" that starts a comment).
+#include "FuzzDeviceRoot.h"
+
+#include <launcher/KVAppLauncherView.h>
+#include <launcher/KVAppList.h>
+#include <settings/KVSettings.h>
+
+#include <CorvLib/CVPreferenceManager.h>
+#include <Foundation/NSString.h>
+#include <UIKit/UIScrollView.h>
+#include <host/SimulatedHost.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <set>
+
+namespace {
+
+// The list is used (not the app switcher), in the shape the harness picks.
+class LauncherPreferences final : public CVPreferenceManager {
+public:
+    std::string shape { "2" };
+    StrongId valueForkey(const std::string& key, const std::string& fallback) const override
+    {
+        if (key == "useCustomApps")
+            return StrongId(NSString::create("YES"));
+        if (key == "appLauncherShape")
+            return StrongId(NSString::create(shape));
+        return StrongId(NSString::create(fallback));
+    }
+};
+
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+void checkIdentifiers(const std::vector<std::string>& identifiers)
+{
+    if (identifiers.size() > KVAppList::maximumEntries)
+        std::abort();
+    std::set<std::string> seen;
+    for (auto& identifier : identifiers) {
+        if (identifier.empty() || isBlank(identifier.front()) || isBlank(identifier.back()))
+            std::abort();
+        if (identifier.find_first_of("\n:") != std::string::npos)
+            std::abort();
+        if (!seen.insert(identifier).second)
+            std::abort();
+    }
+}
+
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
+{
+    static RefPtr<LauncherPreferences> preferences;
+    static std::unique_ptr<SimulatedHost> host;
+    if (!host) {
+        prepareFuzzDeviceRoot("applist");
+        // An unbooted host answers for its installed apps and draws their icons.
+        host = std::make_unique<SimulatedHost>();
+        preferences = make<LauncherPreferences>();
+        KVSettings::sharedInstance()->setPrefs(preferences);
+    }
+
+    std::string_view text(reinterpret_cast<const char*>(bytes), length);
+    auto data = NSData::dataWithBytes(bytes, length);
+    NSFileManager::defaultManager()->createFileAtPath(KVAppList::path, data.get());
+
+    auto identifiers = KVAppList::bundleIdentifiersFromFile();
+    if (!identifiers)
+        std::abort();
+    checkIdentifiers(*identifiers);
+    bool truncated = length > KVAppList::maximumFileLength;
+    if (*identifiers != KVAppList::bundleIdentifiersFromText(text.substr(0, KVAppList::maximumFileLength), truncated))
+        std::abort();
+
+    // The first identifier becomes an installed app, so that names of any
+    // kind reach the host's icon drawing; the others stay unknown unless the
+    // system has them.
+    if (!identifiers->empty())
+        HostWorld::shared().installApp({ identifiers->front(), identifiers->front(), "#3478f6" });
+    preferences->shape = length % 2 ? "1" : "2";
+
+    auto launcher = make<KVAppLauncherView>();
+    launcher->changeFrame(CGRectMake(0, 0, 375, 667));
+    launcher->update();
+    if (!launcher->_scrollView || launcher->_scrollView->subviews().size() > identifiers->size())
+        std::abort();
+    return 0;
+}
