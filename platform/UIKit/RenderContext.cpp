@@ -81,3 +81,13 @@ void addRoundedRectangle(cairo_t* cr, CGRect rect, double radius, unsigned corne
     cairo_arc(cr, x + tl, y + tl, tl, M_PI, 3 * M_PI / 2);
     cairo_close_path(cr);
 }
+
+void addPolygon(cairo_t* cr, std::initializer_list<CGPoint> points)
+{
+    if (points.size() < 2)
+        return;
+    cairo_new_sub_path(cr);
+    for (const CGPoint& point : points)
+        cairo_line_to(cr, point.x, point.y);
+    cairo_close_path(cr);
+}

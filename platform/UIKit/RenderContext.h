@@ -4,6 +4,7 @@
 
 #include <cairo.h>
 
+#include <initializer_list>
 #include <vector>
 
 // What a view draws its content into (UIView::drawContent). The cairo
@@ -39,3 +40,6 @@ struct RenderContext {
 
 // Adds a rounded rectangle to the path; `corners` are CALayer::Corner bits.
 void addRoundedRectangle(cairo_t*, CGRect, double radius, unsigned corners = 15);
+// Adds a closed polygon through `points` to the path (the glyphs' bolts and
+// triangles).
+void addPolygon(cairo_t*, std::initializer_list<CGPoint>);

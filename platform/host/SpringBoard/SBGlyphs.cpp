@@ -1,5 +1,7 @@
 #include "SBGlyphs.h"
 
+#include <UIKit/RenderContext.h>
+
 #include <cairo.h>
 
 #include <algorithm>
@@ -7,23 +9,13 @@
 
 namespace SBGlyphs {
 
-static void roundedRectangle(cairo_t* cr, double x, double y, double w, double h, double r)
-{
-    cairo_new_sub_path(cr);
-    cairo_arc(cr, x + w - r, y + r, r, -M_PI / 2, 0);
-    cairo_arc(cr, x + w - r, y + h - r, r, 0, M_PI / 2);
-    cairo_arc(cr, x + r, y + h - r, r, M_PI / 2, M_PI);
-    cairo_arc(cr, x + r, y + r, r, M_PI, 3 * M_PI / 2);
-    cairo_close_path(cr);
-}
-
 RefPtr<UIImage> camera(double scale)
 {
     return UIImage::imageWithSize({ 26, 20 }, scale, [](cairo_t* cr) {
         cairo_set_source_rgba(cr, 1, 1, 1, 0.9);
         cairo_set_line_width(cr, 1.5);
         // The body, the viewfinder bump on top and the lens.
-        roundedRectangle(cr, 1, 5, 24, 14, 2.5);
+        addRoundedRectangle(cr, CGRectMake(1, 5, 24, 14), 2.5);
         cairo_move_to(cr, 8, 5);
         cairo_line_to(cr, 10, 1.75);
         cairo_line_to(cr, 16, 1.75);
@@ -32,6 +24,19 @@ RefPtr<UIImage> camera(double scale)
         cairo_arc(cr, 13, 12, 4.25, 0, 2 * M_PI);
         cairo_stroke(cr);
     }, "camera");
+}
+
+RefPtr<UIImage> magnifier(double scale)
+{
+    return UIImage::imageWithSize({ 14, 14 }, scale, [](cairo_t* cr) {
+        cairo_set_source_rgb(cr, 1, 1, 1);
+        cairo_set_line_width(cr, 1.5);
+        cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
+        cairo_arc(cr, 5.75, 5.75, 4.75, 0, 2 * M_PI);
+        cairo_move_to(cr, 9.25, 9.25);
+        cairo_line_to(cr, 13, 13);
+        cairo_stroke(cr);
+    }, "magnifier");
 }
 
 RefPtr<UIImage> unlockChevron(double scale)
@@ -58,7 +63,7 @@ RefPtr<UIImage> padlock(double scale)
         cairo_move_to(cr, 2, 6);
         cairo_line_to(cr, 2, 5);
         cairo_stroke(cr);
-        roundedRectangle(cr, 0.5, 6, 9, 6.5, 1);
+        addRoundedRectangle(cr, CGRectMake(0.5, 6, 9, 6.5), 1);
         cairo_fill(cr);
     }, "lock");
 }
@@ -85,24 +90,18 @@ RefPtr<UIImage> battery(double level, bool charging, double scale)
     return UIImage::imageWithSize({ 25, 11 }, scale, [level, charging](cairo_t* cr) {
         cairo_set_source_rgb(cr, 1, 1, 1);
         cairo_set_line_width(cr, 1);
-        roundedRectangle(cr, 0.5, 0.5, 21.5, 10, 2);
+        addRoundedRectangle(cr, CGRectMake(0.5, 0.5, 21.5, 10), 2);
         cairo_stroke(cr);
-        roundedRectangle(cr, 22.75, 3.5, 1.75, 4, 0.75);
+        addRoundedRectangle(cr, CGRectMake(22.75, 3.5, 1.75, 4), 0.75);
         cairo_fill(cr);
         double fill = 18.5 * level;
         if (fill > 0) {
-            roundedRectangle(cr, 2, 2, std::max(fill, 1.5), 7, 1);
+            addRoundedRectangle(cr, CGRectMake(2, 2, std::max(fill, 1.5), 7), 1);
             cairo_fill(cr);
         }
         if (charging) {
             // A bolt cut out of the fill, outlined so that it shows on either part.
-            cairo_move_to(cr, 12.5, 1);
-            cairo_line_to(cr, 8, 6.25);
-            cairo_line_to(cr, 11, 6.25);
-            cairo_line_to(cr, 9.5, 10);
-            cairo_line_to(cr, 14, 4.75);
-            cairo_line_to(cr, 11, 4.75);
-            cairo_close_path(cr);
+            addPolygon(cr, { { 12.5, 1 }, { 8, 6.25 }, { 11, 6.25 }, { 9.5, 10 }, { 14, 4.75 }, { 11, 4.75 } });
             cairo_fill_preserve(cr);
             cairo_set_source_rgb(cr, 0, 0, 0);
             cairo_set_line_width(cr, 0.6);
@@ -116,10 +115,7 @@ RefPtr<UIImage> transportControls(bool playing, double scale)
     return UIImage::imageWithSize({ 150, 22 }, scale, [playing](cairo_t* cr) {
         cairo_set_source_rgb(cr, 1, 1, 1);
         auto triangle = [cr](double x, double direction) {
-            cairo_move_to(cr, x, 4);
-            cairo_line_to(cr, x + direction * 11, 11);
-            cairo_line_to(cr, x, 18);
-            cairo_close_path(cr);
+            addPolygon(cr, { { x, 4 }, { x + direction * 11, 11 }, { x, 18 } });
             cairo_fill(cr);
         };
         // Two triangles against a bar each side; play or two bars in the middle.

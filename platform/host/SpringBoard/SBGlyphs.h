@@ -7,6 +7,8 @@
 namespace SBGlyphs {
 
 RefPtr<UIImage> camera(double scale);
+// The magnifying glass in front of the search field's placeholder.
+RefPtr<UIImage> magnifier(double scale);
 // The chevron in front of "slide to unlock".
 RefPtr<UIImage> unlockChevron(double scale);
 // The padlock in the middle of the status bar while the device is locked.

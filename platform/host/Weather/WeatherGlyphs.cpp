@@ -1,5 +1,7 @@
 #include "WeatherGlyphs.h"
 
+#include <UIKit/RenderContext.h>
+
 #include <cairo.h>
 
 #include <array>
@@ -111,14 +113,7 @@ static void flakes(cairo_t* cr)
 
 static void bolt(cairo_t* cr)
 {
-    cairo_move_to(cr, 35, 44);
-    cairo_line_to(cr, 27, 54);
-    cairo_line_to(cr, 33, 54);
-    cairo_line_to(cr, 29, 62);
-    cairo_line_to(cr, 39, 51);
-    cairo_line_to(cr, 33, 51);
-    cairo_line_to(cr, 37, 44);
-    cairo_close_path(cr);
+    addPolygon(cr, { { 35, 44 }, { 27, 54 }, { 33, 54 }, { 29, 62 }, { 39, 51 }, { 33, 51 }, { 37, 44 } });
     cairo_fill(cr);
 }
 
