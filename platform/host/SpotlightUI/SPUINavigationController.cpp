@@ -1,7 +1,11 @@
 #include "SPUINavigationController.h"
 
+#include "../SpringBoard/SBGlyphs.h"
+
 #include <UIKit/UIFont.h>
+#include <UIKit/UIImageView.h>
 #include <UIKit/UILabel.h>
+#include <UIKit/UIScreen.h>
 
 #include <algorithm>
 
@@ -22,13 +26,24 @@ void SPUINavigationController::loadView()
 {
     UINavigationController::loadView();
     UINavigationBar* bar = navigationBar();
-    auto field = UILabel::create(CGRectMake(8, 7, std::max(0.0, bar->bounds().size.width - 16), 30));
+    // iOS 9's search field on a dark page: a light translucent capsule with
+    // a magnifying glass and a grey placeholder.
+    auto field = UIView::create(CGRectMake(8, 8, std::max(0.0, bar->bounds().size.width - 16), 28));
     field->setName("_searchField");
-    field->setText("  Search");
-    field->setFont(UIFont::systemFontOfSize(17));
-    field->setTextColor(UIColor::colorWithWhite(1, 0.6));
-    field->setBackgroundColor(UIColor::colorWithWhite(1, 0.15));
-    field->layer().setCornerRadius(6);
+    field->setBackgroundColor(UIColor::colorWithWhite(1, 0.14));
+    field->layer().setCornerRadius(5);
     field->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+    auto glyph = make<UIImageView>(SBGlyphs::magnifier(UIScreen::mainScreen()->scale())->imageWithRenderingMode(UIImageRenderingModeAlwaysTemplate));
+    glyph->setName("_magnifierView");
+    glyph->setTintColor(UIColor::colorWithWhite(1, 0.55));
+    glyph->setFrame(CGRectMake(8, 7, 14, 14));
+    field->addSubview(glyph.get());
+    auto placeholder = UILabel::create(CGRectMake(28, 0, std::max(0.0, field->bounds().size.width - 36), 28));
+    placeholder->setName("_placeholderLabel");
+    placeholder->setText("Search");
+    placeholder->setFont(UIFont::systemFontOfSize(15));
+    placeholder->setTextColor(UIColor::colorWithWhite(1, 0.55));
+    placeholder->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+    field->addSubview(placeholder.get());
     bar->addSubview(field.get());
 }

@@ -7,6 +7,9 @@
 #include <UIKit/UILabel.h>
 #include <UIKit/UIScreen.h>
 
+#include <algorithm>
+#include <cmath>
+
 OBJC_IMPLEMENT_CLASS(SBNotificationCenterLayoutViewController, UIViewController)
 {
     c.method<&SBNotificationCenterLayoutViewController::loadContentViewControllers>("_loadContentViewControllers");
@@ -22,11 +25,48 @@ void SBNotificationCenterLayoutViewController::loadView()
     objc::send(this, OBJC_SEL("_loadContentViewControllers"));
 }
 
+namespace {
+
+constexpr double segmentedControlTop = 27;
+constexpr double segmentedControlHeight = 27;
+
+// The "Today" and "Notifications" switch at the top, as iOS 9's segmented
+// control draws it on the dark sheet: a white outline, the chosen segment
+// filled white with dark text, the other one white text on the blur.
+RefPtr<UIView> makeSegmentedControl(double screenWidth)
+{
+    double width = std::min(std::round(screenWidth * 0.66), 260.0);
+    auto control = UIView::create(CGRectMake(std::round((screenWidth - width) / 2), segmentedControlTop, width, segmentedControlHeight));
+    control->setName("_segmentedControl");
+    control->setAutoresizingMask(UIViewAutoresizingFlexibleLeftMargin | UIViewAutoresizingFlexibleRightMargin);
+    control->setClipsToBounds(true);
+    control->layer().setCornerRadius(4);
+    control->layer().setBorderWidth(1);
+    control->layer().setBorderColor(UIColor::whiteColor());
+    double half = width / 2;
+    for (int index = 0; index < 2; ++index) {
+        bool selected = index == 0;
+        auto segment = UILabel::create(CGRectMake(index * half, 0, half, segmentedControlHeight));
+        segment->setName(selected ? "_todaySegment" : "_notificationsSegment");
+        segment->setText(selected ? "Today" : "Notifications");
+        segment->setFont(UIFont::systemFontOfSize(13));
+        segment->setTextAlignment(NSTextAlignmentCenter);
+        segment->setTextColor(selected ? UIColor::colorWithWhite(0.15, 1) : UIColor::whiteColor());
+        segment->setBackgroundColor(selected ? UIColor::whiteColor() : UIColor::clearColor());
+        control->addSubview(segment.get());
+    }
+    return control;
+}
+
+} // namespace
+
 void SBNotificationCenterLayoutViewController::loadContentViewControllers()
 {
     UIView* content = view();
     double width = content->bounds().size.width;
-    m_dateLabel = UILabel::create(CGRectMake(16, 56, width - 32, 72));
+    content->addSubview(makeSegmentedControl(width).get());
+
+    m_dateLabel = UILabel::create(CGRectMake(16, 72, width - 32, 72));
     m_dateLabel->setName("_todayDateLabel");
     m_dateLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", 26));
     m_dateLabel->setTextColor(UIColor::whiteColor());
@@ -34,7 +74,7 @@ void SBNotificationCenterLayoutViewController::loadContentViewControllers()
     m_dateLabel->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
     content->addSubview(m_dateLabel.get());
 
-    m_emptyLabel = UILabel::create(CGRectMake(16, 140, width - 32, 24));
+    m_emptyLabel = UILabel::create(CGRectMake(16, 156, width - 32, 24));
     m_emptyLabel->setName("_notificationsLabel");
     m_emptyLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", 17));
     m_emptyLabel->setTextColor(UIColor::colorWithWhite(1, 0.6));

@@ -3,6 +3,7 @@
 #include "SBNotificationCenterLayoutViewController.h"
 
 #include <UIKit/UIScreen.h>
+#include <UIKit/UIVisualEffectView.h>
 
 OBJC_IMPLEMENT_CLASS(SBNotificationCenterViewController, UIViewController)
 {
@@ -13,9 +14,16 @@ void SBNotificationCenterViewController::loadView()
 {
     auto view = UIView::create(UIScreen::mainScreen()->bounds());
     view->setName("notificationCenterView");
-    view->setBackgroundColor(UIColor::colorWithRed(0.08, 0.08, 0.1, 0.88));
     view->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
     setView(view.get());
+
+    // The sheet is a dark blur of what it covers, as iOS 9 draws it, so the
+    // lock screen's text under it does not compete with the centre's own.
+    auto backdrop = make<UIVisualEffectView>(UIBlurEffect::effectWithStyle(UIBlurEffectStyleDark));
+    backdrop->setName("_backdropView");
+    backdrop->setFrame(view->bounds());
+    backdrop->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    view->addSubview(backdrop.get());
 
     m_layoutViewController = make<SBNotificationCenterLayoutViewController>();
     addChildViewController(m_layoutViewController.get());

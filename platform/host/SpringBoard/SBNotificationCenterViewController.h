@@ -3,8 +3,8 @@
 #include "SBNotificationCenterLayoutViewController.h"
 #include "SBStatusBarView.h"
 
-// The notification centre pulled down over everything: a dark, translucent
-// sheet with the layout controller's content and a status bar of its own,
+// The notification centre pulled down over everything: a dark blur of what it
+// covers with the layout controller's content and a status bar of its own,
 // which `_loadStatusBar` puts in when the view loads (SpringBoard's status
 // bar makes way for it while the notification centre is down). Without it
 // the sheet shows no status bar.

@@ -4,6 +4,7 @@
 #include "../SpotlightUI/SPUISearchViewController.h"
 
 #include <UIKit/UIScreen.h>
+#include <UIKit/UIVisualEffectView.h>
 
 #include <algorithm>
 #include <cmath>
@@ -20,9 +21,15 @@ void SBSearchViewController::loadView()
 {
     auto view = UIView::create(UIScreen::mainScreen()->bounds());
     view->setName("searchView");
-    view->setBackgroundColor(UIColor::colorWithRed(0.1, 0.1, 0.12, 0.85));
     view->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
     setView(view.get());
+
+    // Over the lock screen iOS 9 draws the search page on a dark blur.
+    m_backdropView = make<UIVisualEffectView>(UIBlurEffect::effectWithStyle(UIBlurEffectStyleDark));
+    m_backdropView->setName("_backdropView");
+    m_backdropView->setFrame(view->bounds());
+    m_backdropView->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    view->addSubview(m_backdropView.get());
 
     StrongId search = objc::send<StrongId>(objc::alloc(SPUISearchViewController::classObject()), OBJC_SEL("init"));
     m_searchViewController = objc::castRef<SPUISearchViewController>(search);
@@ -43,8 +50,11 @@ void SBSearchViewController::updatePresentationProgress(double progress)
 {
     if (std::isnan(progress))
         return;
+    progress = std::clamp(progress, 0.0, 1.0);
+    if (m_backdropView)
+        m_backdropView->setAlpha(progress);
     if (m_navigationController && m_navigationController->isViewLoaded())
-        m_navigationController->view()->setAlpha(std::clamp(progress, 0.0, 1.0));
+        m_navigationController->view()->setAlpha(progress);
 }
 
 void SBSearchViewController::didFinishPresenting(bool presented) { m_presented = presented; }

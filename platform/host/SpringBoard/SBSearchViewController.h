@@ -6,7 +6,8 @@
 // The search page, presented by a swipe from the side or from the top. Its
 // view holds Spotlight's navigation controller and search interface, made
 // by name through the runtime when the view loads. The host follows the
-// presentation: the search interface fades in with the progress.
+// presentation: the blur and the search interface fade in
+// with the progress.
 class SBSearchViewController final : public UIViewController {
     OBJC_CLASS(SBSearchViewController)
 public:
@@ -22,5 +23,6 @@ public:
 private:
     RefPtr<SPUISearchViewController> m_searchViewController;
     RefPtr<SPUINavigationController> m_navigationController;
+    RefPtr<UIView> m_backdropView;
     bool m_presented { false };
 };
