@@ -11,6 +11,7 @@
 
 #include <cairo.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 OBJC_IMPLEMENT_CLASS(SBApplicationIcon, NSObject)
@@ -59,7 +60,7 @@ static RefPtr<UIImage> drawnIcon(const HostWorld::App& app, double scale)
 {
     auto color = colorFromHex(app.color);
     auto square = UIImage::imageWithSize({ SBApplicationIcon::iconSize, SBApplicationIcon::iconSize }, scale, [&](cairo_t* cr) {
-        addRoundedRectangle(cr, CGRectMake(0, 0, SBApplicationIcon::iconSize, SBApplicationIcon::iconSize), 13.5);
+        addRoundedRectangle(cr, CGRectMake(0, 0, SBApplicationIcon::iconSize, SBApplicationIcon::iconSize), SBApplicationIcon::iconSize * SBApplicationIcon::cornerRadiusRatio);
         cairo_set_source_rgb(cr, color->red(), color->green(), color->blue());
         cairo_fill(cr);
     }, "icon:" + app.bundleIdentifier);
@@ -84,12 +85,24 @@ static RefPtr<UIImage> drawnIcon(const HostWorld::App& app, double scale)
     return image ? image : square;
 }
 
+// The picture cut to the icon mask, keeping its size and pixels.
+static RefPtr<UIImage> maskedIcon(const UIImage& picture, const std::string& name)
+{
+    CGSize size = picture.size();
+    return UIImage::imageWithSize(size, picture.scale(), [&](cairo_t* cr) {
+        CGRect rect = CGRectMake(0, 0, size.width, size.height);
+        addRoundedRectangle(cr, rect, std::min(size.width, size.height) * SBApplicationIcon::cornerRadiusRatio);
+        cairo_clip(cr);
+        picture.drawInRect(cr, rect);
+    }, name);
+}
+
 RefPtr<UIImage> SBApplicationIcon::iconImageForApp(const HostWorld::App& app, double scale)
 {
     if (!artDirectory().empty()) {
         if (auto image = UIImage::imageWithContentsOfFile(artDirectory() + "/icons/" + app.bundleIdentifier + ".png")) {
-            image->setName("icon:" + app.bundleIdentifier);
-            return image;
+            if (auto masked = maskedIcon(*image, "icon:" + app.bundleIdentifier))
+                return masked;
         }
     }
     return drawnIcon(app, scale);

@@ -5,13 +5,16 @@
 #include <UIKit/UIImage.h>
 
 // An app's home-screen icon. The picture comes from the art folder
-// ("icons/<bundle identifier>.png"); an app without one gets a rounded square
-// of its colour with its initial in white. Images are named
-// "icon:<bundle identifier>" for dumps.
+// ("icons/<bundle identifier>.png"), square as an app ships it, and is cut
+// to the rounded square SpringBoard masks every icon with; an app without
+// one gets a rounded square of its colour with its initial in white. Images
+// are named "icon:<bundle identifier>" for dumps.
 class SBApplicationIcon final : public NSObject {
     OBJC_CLASS(SBApplicationIcon)
 public:
     static constexpr double iconSize = 60;
+    // The corners of iOS's icon mask, as a share of the side.
+    static constexpr double cornerRadiusRatio = 0.2237;
 
     SBApplicationIcon() = default;
     // `initWithApplication:` with an SBApplication; null for anything else.
