@@ -19,6 +19,10 @@ enum UIInterfaceOrientation : int {
     UIInterfaceOrientationLandscapeLeft = 4,
 };
 
+// Posted by the application after the interface orientation has changed and
+// its windows have taken the new screen size.
+inline constexpr const char* UIApplicationDidChangeStatusBarOrientationNotification = "UIApplicationDidChangeStatusBarOrientationNotification";
+
 inline bool UIInterfaceOrientationIsLandscape(int orientation)
 {
     return orientation == UIInterfaceOrientationLandscapeLeft || orientation == UIInterfaceOrientationLandscapeRight;

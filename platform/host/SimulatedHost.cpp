@@ -29,6 +29,7 @@
 #include "HostCalendar.h"
 
 #include <Foundation/NSDateFormatter.h>
+#include <Foundation/NSNotificationCenter.h>
 #include <Foundation/NSProcessInfo.h>
 #include <Foundation/NSRunLoop.h>
 #include <Foundation/VirtualClock.h>
@@ -441,9 +442,13 @@ bool SimulatedHost::rotate(int orientation)
         return false;
     if (!m_booted)
         return true;
-    UIApplication::sharedApplication()->setStatusBarOrientation(orientation);
+    UIApplication* application = UIApplication::sharedApplication();
+    bool changed = application->statusBarOrientation() != orientation;
+    application->setStatusBarOrientation(orientation);
     layoutWindows();
     updateStatusBar();
+    if (changed)
+        NSNotificationCenter::defaultCenter()->postNotificationName(UIApplicationDidChangeStatusBarOrientationNotification, application);
     UIView::layoutPendingViews();
     return true;
 }
