@@ -181,7 +181,6 @@ void KVAmperoDisplayView::updateFrame()
     bool portrait = objc::send<long long>(UIApplication::sharedApplication(), OBJC_SEL("_getSpringBoardOrientation")) == 1;
     double side = portrait ? 100 : 50;
     double W = width(), H = height();
-    _laidOutSize = bounds().size;
 
     CGRect container = CGRectMake(0.5 * W - side / 2, 0.1 * H - side / 2, side, side);
     _batteryContainerView->setFrame(container);
@@ -263,9 +262,6 @@ void KVAmperoDisplayView::AmperoUpdate(NSTimer*)
 
 void KVAmperoDisplayView::AmperoBatterySecondsUpdate(NSTimer*)
 {
-    // Turned while open: lay out again for the new screen size.
-    if (isActive() && _laidOutSize != CVScreenBoundsForActiveOrientation().size)
-        updateFrame();
     if (_estimator.chargerStateChanged(objc::send<bool>(homeScreenController(), OBJC_SEL("isOnAC"))))
         AmperoUpdate(nullptr);
     if (auto text = _estimator.countDown())

@@ -75,6 +75,4 @@ private:
     std::array<UILabel*, KVAmperoEstimator::usageRowCount> usageLabels() const;
 
     KVAmperoEstimator _estimator;
-    // The size the controls were last laid out for.
-    CGSize _laidOutSize {};
 };

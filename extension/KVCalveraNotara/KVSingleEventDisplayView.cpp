@@ -58,6 +58,7 @@ void KVSingleEventDisplayView::updateFrame()
     double w = width();
     double h = height();
     _appIconImageView->setFrame(CGRectMake(w / 2 - 37.5, 0.2 * h - 37.5, 75, 75));
+    maskAsAppIcon(_appIconImageView.get());
     _eventTypeLabel->setFrame(CGRectMake(0, CGRectGetMaxY(_appIconImageView->frame()) + 1, w, 60));
     _eventDescriptionLabel->setFrame(CGRectMake(0.1 * w, CGRectGetMaxY(_eventTypeLabel->frame()) + 5, 0.8 * w, 0.3 * h));
 }

@@ -133,6 +133,7 @@ void KVSingleNotificationDisplayView::updateFrame()
 
     double iconCentreY = (hasAttachment && portrait ? 0.1 : 0.15) * h;
     _appIconImageView->setFrame(CGRectMake(w / 2 - 37.5, iconCentreY - 37.5, 75, 75));
+    maskAsAppIcon(_appIconImageView.get());
     _appNameLabel->setFrame(CGRectMake(0, CGRectGetMaxY(_appIconImageView->frame()) + 1, w, 40));
     _notificationDescriptionLabel->setFrame(CGRectMake(0.1 * w, CGRectGetMaxY(_appNameLabel->frame()) + 15, 0.8 * w, (smallDevice ? 0.35 : 0.25) * h));
 

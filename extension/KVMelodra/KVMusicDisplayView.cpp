@@ -177,9 +177,6 @@ void KVMusicDisplayView::update()
 
 void KVMusicDisplayView::updateTimer(NSTimer*)
 {
-    // Turned while open: lay out again for the new screen size.
-    if (isActive() && bounds().size != CVScreenBoundsForActiveOrientation().size)
-        updateFrame();
     UIImage* glyph = playbackGlyph(_mediaController.get(), _playButtonImage.get(), _pauseButtonImage.get());
     if (_playPauseButtonImageView->image() != glyph)
         _playPauseButtonImageView->setImage(glyph);

@@ -22,6 +22,8 @@
 #include <UIKit/UITapGestureRecognizer.h>
 #include <UIKit/UIVisualEffectView.h>
 
+#include <algorithm>
+
 OBJC_IMPLEMENT_CLASS(KVTimeDisplayView, CVContainerView)
 {
     c.classMethod<&KVTimeDisplayView::sharedInstance>("sharedInstance");
@@ -109,26 +111,27 @@ KVTimeDisplayView::KVTimeDisplayView()
     NSTimer::scheduledTimerWithTimeInterval(1.0, this, OBJC_SEL("updateTimer:"), nullptr, true);
 }
 
-void KVTimeDisplayView::show()
-{
-    CVContainerView::show();
-    objc::send(containerWindow(), OBJC_SEL("enableTapToTerminate"));
-}
+void KVTimeDisplayView::show() { showContainerOverlay(this); }
 
 void KVTimeDisplayView::viewWillShow()
 {
     CVContainerView::viewWillShow();
-    updateFrame();
-    if (_settings->vestrumResetLockScreenDim())
-        resetLockScreenIdleTimer();
+    containerOverlayWillShow(this, _settings.get(), &KVSettings::vestrumResetLockScreenDim);
 }
 
 void KVTimeDisplayView::viewWillHide()
 {
     CVContainerView::viewWillHide();
-    if (_settings->vestrumResetLockScreenDim())
-        resetLockScreenIdleTimer();
+    resetLockScreenIdleTimerIfAsked(_settings.get(), &KVSettings::vestrumResetLockScreenDim);
 }
+
+// Screens too short for the icon, the full picker and the buttons (phones in
+// landscape, the 3.5-inch one upright) keep the buttons this far above the
+// bottom: everything moves up first, never closer than this to the top, and
+// what still does not fit comes off the picker's height, down to about
+// three and a half rows.
+static constexpr double screenEdgeMargin = 10;
+static constexpr double shortestPickerHeight = 120;
 
 void KVTimeDisplayView::updateFrame()
 {
@@ -137,24 +140,32 @@ void KVTimeDisplayView::updateFrame()
     bool portrait = objc::send<long long>(UIApplication::sharedApplication(), OBJC_SEL("_getSpringBoardOrientation")) == 1;
 
     CGSize icon = _clockIconImageView->bounds().size;
-    double iconCenterY = (portrait ? 0.19 : 0.125) * H;
-    _clockIconImageView->setFrame(CGRectMake(W / 2 - icon.width / 2, iconCenterY - icon.height / 2, icon.width, icon.height));
+    double iconTop = (portrait ? 0.19 : 0.125) * H - icon.height / 2;
+    CGSize picker = CGSizeMake(345.6, 216);
+    double buttonWidth = picker.width / 2 - 10;
+    double buttonHeight = 0.292 * buttonWidth;
+    double buttonsBottom = iconTop + icon.height + 15 + picker.height + 25 + buttonHeight + (portrait ? 10 + buttonHeight : 0);
+    double overflow = buttonsBottom - (H - screenEdgeMargin);
+    if (overflow > 0) {
+        double lift = std::min(overflow, std::max(0.0, iconTop - screenEdgeMargin));
+        iconTop -= lift;
+        picker.height = std::max(shortestPickerHeight, picker.height - (overflow - lift));
+    }
+    _clockIconImageView->setFrame(CGRectMake(W / 2 - icon.width / 2, iconTop, icon.width, icon.height));
+    maskAsAppIcon(_clockIconImageView.get());
 
-    CGRect picker = CGRectMake(-1, CGRectGetMaxY(_clockIconImageView->frame()) + 15, 345.6, 216);
-    picker.origin.x = W / 2 - picker.size.width / 2;
-    _pickerView->setFrame(picker);
+    CGRect pickerFrame = CGRectMake(W / 2 - picker.width / 2, CGRectGetMaxY(_clockIconImageView->frame()) + 15, picker.width, picker.height);
+    _pickerView->setFrame(pickerFrame);
     _pickerBackgroundView->setFrame(_pickerView->bounds());
 
-    double buttonWidth = picker.size.width / 2 - 10;
-    double buttonHeight = 0.292 * buttonWidth;
-    double buttonsTop = CGRectGetMaxY(picker) + 25;
+    double buttonsTop = CGRectGetMaxY(pickerFrame) + 25;
     if (portrait) {
         double x = W / 2 - buttonWidth / 2;
         _timerButtonImageView->setFrame(CGRectMake(x, buttonsTop, buttonWidth, buttonHeight));
         _alarmButtonImageView->setFrame(CGRectMake(x, buttonsTop + buttonHeight + 10, buttonWidth, buttonHeight));
     } else {
-        _timerButtonImageView->setFrame(CGRectMake(picker.origin.x, buttonsTop, buttonWidth, buttonHeight));
-        _alarmButtonImageView->setFrame(CGRectMake(CGRectGetMaxX(picker) - buttonWidth, buttonsTop, buttonWidth, buttonHeight));
+        _timerButtonImageView->setFrame(CGRectMake(pickerFrame.origin.x, buttonsTop, buttonWidth, buttonHeight));
+        _alarmButtonImageView->setFrame(CGRectMake(CGRectGetMaxX(pickerFrame) - buttonWidth, buttonsTop, buttonWidth, buttonHeight));
     }
 }
 

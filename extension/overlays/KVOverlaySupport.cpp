@@ -3,6 +3,7 @@
 #include "host/HookGroup.h"
 #include "settings/KVSettings.h"
 
+#include <CorvLib/CVContainerView.h>
 #include <CorvLib/CVDisplayView.h>
 #include <UIKit/UIBlurEffect.h>
 #include <UIKit/UIVisualEffectView.h>
@@ -13,6 +14,12 @@ void resetLockScreenIdleTimer()
     static objc::Class* backlightClass = objc::objc_getClass("SBBacklightController");
     StrongId controller = objc::send<StrongId>(backlightClass, OBJC_SEL("sharedInstance"));
     objc::send(controller, OBJC_SEL("resetLockScreenIdleTimer"));
+}
+
+void resetLockScreenIdleTimerIfAsked(KVSettings* settings, KVDimSetting resetsDim)
+{
+    if ((settings->*resetsDim)())
+        resetLockScreenIdleTimer();
 }
 
 void attachDisplayOverlay(CVDisplayView* overlay, NSObject* rootWindow)
@@ -28,8 +35,7 @@ void showDisplayOverlay(CVDisplayView* overlay, KVSettings* settings, KVDimSetti
 {
     objc::send(overlay, OBJC_SEL("updateFrame"));
     overlay->showWithCompletion([protect = RefPtr<CVDisplayView>(overlay), settings = RefPtr<KVSettings>(settings), resetsDim] {
-        if ((settings.get()->*resetsDim)())
-            resetLockScreenIdleTimer();
+        resetLockScreenIdleTimerIfAsked(settings.get(), resetsDim);
     });
 }
 
@@ -37,9 +43,20 @@ void hideDisplayOverlay(CVDisplayView* overlay, KVSettings* settings, KVDimSetti
 {
     overlay->hideWithCompletion([protect = RefPtr<CVDisplayView>(overlay), settings = RefPtr<KVSettings>(settings), resetsDim] {
         protect->setHidden(true);
-        if ((settings.get()->*resetsDim)())
-            resetLockScreenIdleTimer();
+        resetLockScreenIdleTimerIfAsked(settings.get(), resetsDim);
     });
+}
+
+void showContainerOverlay(CVContainerView* overlay)
+{
+    overlay->CVContainerView::show();
+    objc::send(overlay->containerWindow(), OBJC_SEL("enableTapToTerminate"));
+}
+
+void containerOverlayWillShow(CVContainerView* overlay, KVSettings* settings, KVDimSetting resetsDim)
+{
+    objc::send(overlay, OBJC_SEL("updateFrame"));
+    resetLockScreenIdleTimerIfAsked(settings, resetsDim);
 }
 
 void layOutDisplayOverlay(CVDisplayView* overlay, UIView* blur)
@@ -48,6 +65,13 @@ void layOutDisplayOverlay(CVDisplayView* overlay, UIView* blur)
     overlay->displayContainerView()->setFrame(overlay->bounds());
     if (blur)
         blur->setFrame(overlay->displayContainerView()->bounds());
+}
+
+void maskAsAppIcon(UIView* icon)
+{
+    static constexpr double cornerToSide = 0.2237;
+    icon->layer().setCornerRadius(cornerToSide * icon->bounds().size.width);
+    icon->setClipsToBounds(true);
 }
 
 RefPtr<UIVisualEffectView> addDarkBlur(UIView* container)

@@ -3,6 +3,7 @@
 #include <Foundation/Dispatch.h>
 #include <objc/objc.h>
 
+class CVContainerView;
 class CVDisplayView;
 class KVSettings;
 class UIView;
@@ -15,6 +16,9 @@ void resetLockScreenIdleTimer();
 // The getter of a module's "ResetLockScreenDim" setting, read each time an
 // overlay has appeared or gone, so a reload takes effect at the next visit.
 using KVDimSetting = bool (KVSettings::*)() const;
+
+// Restarts the dim timer when the module's setting asks for it.
+void resetLockScreenIdleTimerIfAsked(KVSettings*, KVDimSetting);
 
 // The one instance of an overlay class, made on first use under a once-token
 // and kept for the life of the process.
@@ -43,10 +47,24 @@ void showDisplayOverlay(CVDisplayView*, KVSettings*, KVDimSetting);
 // timer if the module asks for it.
 void hideDisplayOverlay(CVDisplayView*, KVSettings*, KVDimSetting);
 
+// The container overlays (clock, weather) share their steps around the
+// base's fade. Show: the base's, then a tap outside the overlay's controls
+// closes it.
+void showContainerOverlay(CVContainerView*);
+// After the base's viewWillShow: lay out for the current orientation
+// (`updateFrame`, through the runtime), then restart the dim timer if the
+// module asks for it. viewWillHide only restarts the timer, under the same
+// setting.
+void containerOverlayWillShow(CVContainerView*, KVSettings*, KVDimSetting);
+
 // The part of `updateFrame` every display overlay shares: the overlay, its
 // content view and the blur behind its controls fill the screen in the
 // current orientation.
 void layOutDisplayOverlay(CVDisplayView*, UIView* blur);
+
+// Masks an app's icon as the home screen does: corners rounded by 0.2237
+// of the side (call once the view has its size).
+void maskAsAppIcon(UIView* icon);
 
 // The dark blur that fills an overlay's content view, under its controls.
 RefPtr<UIVisualEffectView> addDarkBlur(UIView* container);

@@ -76,26 +76,19 @@ KVWeatherDisplayView::KVWeatherDisplayView()
     _todayHighLowLabel = makeLabel("_todayHighLowLabel", NSTextAlignmentRight);
 }
 
-void KVWeatherDisplayView::show()
-{
-    CVContainerView::show();
-    objc::send(containerWindow(), OBJC_SEL("enableTapToTerminate"));
-}
+void KVWeatherDisplayView::show() { showContainerOverlay(this); }
 
 void KVWeatherDisplayView::viewWillShow()
 {
     CVContainerView::viewWillShow();
-    updateFrame();
+    containerOverlayWillShow(this, _settings.get(), &KVSettings::forecastResetLockScreenDim);
     updateUsingCelciusScale(_settings->temperatureScale() == 2);
-    if (_settings->forecastResetLockScreenDim())
-        resetLockScreenIdleTimer();
 }
 
 void KVWeatherDisplayView::viewWillHide()
 {
     CVContainerView::viewWillHide();
-    if (_settings->forecastResetLockScreenDim())
-        resetLockScreenIdleTimer();
+    resetLockScreenIdleTimerIfAsked(_settings.get(), &KVSettings::forecastResetLockScreenDim);
 }
 
 void KVWeatherDisplayView::updateFrame()

@@ -2,6 +2,7 @@
 
 #include "CVDisplayView.h"
 
+#include <Foundation/NSNotificationCenter.h>
 #include <UIKit/UIControl.h>
 #include <UIKit/UITapGestureRecognizer.h>
 
@@ -23,6 +24,7 @@ OBJC_IMPLEMENT_CLASS(CVContainerView, UIView)
     c.method<&CVContainerView::viewDidHide>("viewDidHide");
     c.method<&CVContainerView::isActive>("isActive");
     c.method<&CVContainerView::containerWindow>("containerWindow");
+    c.method<&CVContainerView::interfaceOrientationDidChange>("interfaceOrientationDidChange:");
 }
 
 CVContainerWindow::CVContainerWindow(CVContainerView* owner)
@@ -68,6 +70,18 @@ CVContainerView::CVContainerView()
 {
     setName(className());
     m_containerWindow = make<CVContainerWindow>(this);
+    CVObserveInterfaceOrientation(this, OBJC_SEL("interfaceOrientationDidChange:"));
+}
+
+CVContainerView::~CVContainerView() { NSNotificationCenter::defaultCenter()->removeObserver(this); }
+
+void CVContainerView::interfaceOrientationDidChange(NSNotification*)
+{
+    if (!m_active)
+        return;
+    m_containerWindow->setFrame(CVScreenBoundsForActiveOrientation());
+    setFrame(m_containerWindow->bounds());
+    CVSendUpdateFrame(this);
 }
 
 void CVContainerView::show()

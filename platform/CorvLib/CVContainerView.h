@@ -4,6 +4,7 @@
 #include <UIKit/UIWindow.h>
 
 class CVContainerView;
+class NSNotification;
 
 // The window the maker library presents a container overlay in. After
 // enableTapToTerminate, a tap that lands outside the overlay's controls
@@ -24,13 +25,16 @@ private:
 
 // The maker library's overlay presented in a container window of its own,
 // fading in and out on the virtual clock. Subclasses override the four
-// viewWill/DidShow/Hide steps and call the base first.
+// viewWill/DidShow/Hide steps and call the base first. Turned while active,
+// the window and the overlay take the new screen size and the overlay is
+// sent `updateFrame` when its class answers it.
 class CVContainerView : public UIView {
     OBJC_CLASS(CVContainerView)
 public:
     static constexpr double fadeDuration = 0.25;
 
     CVContainerView();
+    ~CVContainerView() override;
 
     virtual void show();
     virtual void hide();
@@ -42,6 +46,7 @@ public:
     CVContainerWindow* containerWindow() const { return m_containerWindow.get(); }
     double width() const { return bounds().size.width; }
     double height() const { return bounds().size.height; }
+    void interfaceOrientationDidChange(NSNotification*);
 
     void dumpProperties(nlohmann::json&) const override;
 

@@ -1,7 +1,9 @@
 #include "CVDisplayView.h"
 
+#include <Foundation/NSNotificationCenter.h>
 #include <UIKit/UIApplication.h>
 #include <UIKit/UIScreen.h>
+#include <UIKit/UIWindow.h>
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -13,6 +15,8 @@ OBJC_IMPLEMENT_CLASS(CVDisplayView, UIView)
     c.method<&CVDisplayView::isActive>("isActive");
     c.method<&CVDisplayView::width>("width");
     c.method<&CVDisplayView::height>("height");
+    c.method<&CVDisplayView::presentationWindow>("presentationWindow");
+    c.method<&CVDisplayView::interfaceOrientationDidChange>("interfaceOrientationDidChange:");
 }
 
 CGRect CVScreenBoundsForActiveOrientation()
@@ -25,6 +29,17 @@ CGRect CVScreenBoundsForActiveOrientation()
     return landscape ? CGRectMake(0, 0, longer, shorter) : CGRectMake(0, 0, shorter, longer);
 }
 
+void CVObserveInterfaceOrientation(NSObject* observer, objc::SEL selector)
+{
+    NSNotificationCenter::defaultCenter()->addObserver(observer, selector, UIApplicationDidChangeStatusBarOrientationNotification);
+}
+
+void CVSendUpdateFrame(UIView* overlay)
+{
+    if (overlay->respondsToSelector(OBJC_SEL("updateFrame")))
+        objc::send(overlay, OBJC_SEL("updateFrame"));
+}
+
 CVDisplayView::CVDisplayView()
     : UIView(CVScreenBoundsForActiveOrientation())
 {
@@ -32,6 +47,43 @@ CVDisplayView::CVDisplayView()
     m_displayContainerView = make<UIView>(bounds());
     m_displayContainerView->setName("displayContainerView");
     m_displayContainerView->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+    CVObserveInterfaceOrientation(this, OBJC_SEL("interfaceOrientationDidChange:"));
+}
+
+CVDisplayView::~CVDisplayView() { NSNotificationCenter::defaultCenter()->removeObserver(this); }
+
+void CVDisplayView::interfaceOrientationDidChange(NSNotification*)
+{
+    if (!m_active)
+        return;
+    if (m_presentationWindow && superview() == m_presentationWindow.get())
+        m_presentationWindow->setFrame(CVScreenBoundsForActiveOrientation());
+    CVSendUpdateFrame(this);
+}
+
+void CVDisplayView::presentAboveHostWindows()
+{
+    if (!m_presentationWindow) {
+        m_presentationWindow = UIWindow::create(CVScreenBoundsForActiveOrientation());
+        m_presentationWindow->setName("displayWindow");
+        m_presentationWindow->setWindowLevel(presentationWindowLevel);
+    }
+    if (superview() != m_presentationWindow.get()) {
+        m_home = superview();
+        m_presentationWindow->addSubview(this);
+    }
+    m_presentationWindow->setFrame(CVScreenBoundsForActiveOrientation());
+    m_presentationWindow->setHidden(false);
+}
+
+void CVDisplayView::returnHome()
+{
+    if (!m_presentationWindow || superview() != m_presentationWindow.get())
+        return;
+    if (m_home)
+        m_home->addSubview(this);
+    m_home = nullptr;
+    m_presentationWindow->setHidden(true);
 }
 
 void CVDisplayView::updateFrameForActiveOrientation() { setFrame(CVScreenBoundsForActiveOrientation()); }
@@ -45,7 +97,7 @@ void CVDisplayView::showWithCompletion(std::function<void()> completion)
     uint64_t generation = ++m_generation;
     setHidden(false);
     if (superview())
-        superview()->bringSubviewToFront(this);
+        presentAboveHostWindows();
     if (!alreadyVisible)
         setAlpha(0);
     RefPtr<CVDisplayView> protect(this);
@@ -62,8 +114,13 @@ void CVDisplayView::hideWithCompletion(std::function<void()> completion)
     uint64_t generation = ++m_generation;
     RefPtr<CVDisplayView> protect(this);
     animateWithDuration(fadeDuration, [protect] { protect->setAlpha(0); }, [protect, generation, completion = std::move(completion)](bool) {
-        if (protect->m_generation == generation && completion)
+        if (protect->m_generation != generation)
+            return;
+        if (completion)
             completion();
+        // The block may have shown the overlay again.
+        if (protect->m_generation == generation)
+            protect->returnHome();
     });
 }
 
