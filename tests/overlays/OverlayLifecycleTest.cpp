@@ -8,6 +8,7 @@
 #include "KVCalveraNotara/KVSingleNotificationDisplayView.h"
 #include "KVMelodra/KVMusicDisplayView.h"
 #include "_KVContainerView/KVView.h"
+#include "clock/KVTimeDisplayView.h"
 #include "settings/KVSettings.h"
 #include "weather/KVWeatherDisplayView.h"
 
@@ -17,6 +18,7 @@
 #include <UIKit/UIApplication.h>
 #include <UIKit/UIControl.h>
 #include <UIKit/UIVisualEffectView.h>
+#include <UIKit/UIWindow.h>
 #include <host/FrontBoard/FBRootWindow.h>
 #include <host/SimulatedHost.h>
 #include <host/SpringBoard/SBBacklightController.h>
@@ -227,4 +229,60 @@ TEST_F(Overlays, AThousandVisitsLeaveNothingBehind)
     EXPECT_FALSE(overlay->isActive());
     EXPECT_EQ(host().rootWindow()->subviews().size(), windowChildren);
     EXPECT_EQ(overlay->displayContainerView()->subviews().size(), overlayChildren);
+}
+
+TEST_F(Overlays, DisplayOverlayShowsAboveTheHostsWindowsAndGoesHomeOnceHidden)
+{
+    host().showNotificationCenter();
+    auto* battery = KVAmperoDisplayView::sharedInstance();
+    battery->show();
+    advance(1);
+    UIWindow* window = battery->presentationWindow();
+    ASSERT_TRUE(window);
+    EXPECT_EQ(battery->superview(), window);
+    EXPECT_FALSE(window->isHidden());
+    EXPECT_EQ(window->frame(), CGRectMake(0, 0, 375, 667));
+    // The front-most view under a finger is the overlay's, not the centre's.
+    UIView* hit = UIApplication::sharedApplication()->hitTest(CGPointMake(187, 333));
+    ASSERT_TRUE(hit);
+    EXPECT_TRUE(hit->isDescendantOfView(battery));
+
+    battery->hide();
+    advance(1);
+    EXPECT_EQ(battery->superview(), host().rootWindow());
+    EXPECT_TRUE(window->isHidden());
+    EXPECT_TRUE(battery->isHidden());
+
+    // A show that starts during the fade-out keeps it where it is seen.
+    battery->show();
+    advance(1);
+    battery->hide();
+    advance(0.1);
+    battery->show();
+    advance(1);
+    EXPECT_EQ(battery->superview(), window);
+    EXPECT_FALSE(window->isHidden());
+}
+
+TEST_F(Overlays, EveryOverlayLaysItselfOutAgainWhenTurnedWhileOpen)
+{
+    std::vector<UIView*> overlays { KVTimeDisplayView::sharedInstance(), KVWeatherDisplayView::sharedInstance() };
+    for (auto [overlay, dimKey] : displayOverlays())
+        overlays.push_back(overlay);
+    for (UIView* overlay : overlays) {
+        SCOPED_TRACE(overlay->className());
+        objc::send(overlay, OBJC_SEL("show"));
+        advance(1);
+        host().rotate(UIInterfaceOrientationLandscapeLeft);
+        EXPECT_EQ(overlay->frame(), CGRectMake(0, 0, 667, 375));
+        EXPECT_EQ(overlay->window()->frame(), CGRectMake(0, 0, 667, 375));
+        host().rotate(UIInterfaceOrientationPortrait);
+        EXPECT_EQ(overlay->frame(), CGRectMake(0, 0, 375, 667));
+        objc::send(overlay, OBJC_SEL("hide"));
+        advance(1);
+    }
+    // Closed, an overlay waits for its next show to lay out.
+    auto* music = KVMusicDisplayView::sharedInstance();
+    host().rotate(UIInterfaceOrientationLandscapeLeft);
+    EXPECT_EQ(music->frame(), CGRectMake(0, 0, 375, 667));
 }
