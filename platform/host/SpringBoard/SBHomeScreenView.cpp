@@ -9,13 +9,7 @@
 
 OBJC_IMPLEMENT_CLASS(SBHomeScreenView, UIView) { }
 
-namespace {
-
-constexpr double iconSize = 60;
-constexpr double cellHeight = 88;
-constexpr int columns = 4;
-
-} // namespace
+static constexpr int columns = 4;
 
 SBHomeScreenView::SBHomeScreenView(CGRect frame, double scale)
     : UIView(frame)
@@ -25,26 +19,30 @@ SBHomeScreenView::SBHomeScreenView(CGRect frame, double scale)
     reloadIcons();
 }
 
+RefPtr<UIView> SBHomeScreenView::makeIconCell(const HostWorld::App& app, double scale)
+{
+    auto cell = UIView::create(CGRectMake(0, 0, iconSize, cellHeight));
+    cell->setName(app.bundleIdentifier);
+    auto icon = make<UIImageView>(SBApplicationIcon::iconImageForApp(app, scale));
+    icon->setName("_iconImageView");
+    icon->setFrame(CGRectMake(0, 0, iconSize, iconSize));
+    cell->addSubview(icon.get());
+    auto label = UILabel::create(CGRectMake(-8, iconSize + 4, iconSize + 16, 16));
+    label->setName("_labelView");
+    label->setText(app.name);
+    label->setFont(UIFont::systemFontOfSize(12));
+    label->setTextColor(UIColor::whiteColor());
+    label->setTextAlignment(NSTextAlignmentCenter);
+    cell->addSubview(label.get());
+    return cell;
+}
+
 void SBHomeScreenView::reloadIcons()
 {
     while (!subviews().empty())
         subviews().back()->removeFromSuperview();
-    for (auto& app : HostWorld::shared().apps()) {
-        auto cell = UIView::create();
-        cell->setName(app.bundleIdentifier);
-        auto icon = make<UIImageView>(SBApplicationIcon::iconImageForApp(app, m_scale));
-        icon->setName("_iconImageView");
-        icon->setFrame(CGRectMake(0, 0, iconSize, iconSize));
-        cell->addSubview(icon.get());
-        auto label = UILabel::create(CGRectMake(-8, iconSize + 4, iconSize + 16, 16));
-        label->setName("_labelView");
-        label->setText(app.name);
-        label->setFont(UIFont::systemFontOfSize(12));
-        label->setTextColor(UIColor::whiteColor());
-        label->setTextAlignment(NSTextAlignmentCenter);
-        cell->addSubview(label.get());
-        addSubview(cell.get());
-    }
+    for (auto& app : HostWorld::shared().apps())
+        addSubview(makeIconCell(app, m_scale).get());
     setNeedsLayout();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "../HostWorld.h"
+
 #include <UIKit/UIView.h>
 
 #include <string>
@@ -12,6 +14,13 @@ class SBHomeScreenView final : public UIView {
 public:
     SBHomeScreenView() = default;
     SBHomeScreenView(CGRect frame, double scale);
+
+    static constexpr double iconSize = 60;
+    static constexpr double cellHeight = 88;
+    // An app's icon with its name under it, in a cell `iconSize` wide and
+    // `cellHeight` high, named after the bundle (the search page's
+    // suggestions use it too).
+    static RefPtr<UIView> makeIconCell(const HostWorld::App&, double scale);
 
     // Builds the icons again from the installed apps.
     void reloadIcons();

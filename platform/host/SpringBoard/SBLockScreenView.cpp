@@ -198,11 +198,15 @@ void SBLockScreenView::layoutNotificationView()
         top = CGRectGetMinY(m_pluginView->frame());
     double bottom = bounds().size.height - slideToUnlockInset() - 8;
     m_notificationView->setFrame(mainPageRect(top, std::max(0.0, bottom - top)));
+    double height = m_notificationView->bounds().size.height;
     double y = 0;
     for (auto& row : m_notificationView->subviews()) {
         row->setFrame(CGRectMake(16, y, bounds().size.width - 32, 48));
         if (!row->subviews().empty())
             row->subviews()[0]->setFrame(CGRectInset(row->bounds(), 10, 2));
+        // Only whole rows show: on a short screen a row cut in half by
+        // "slide to unlock" would read as a drawing fault.
+        row->setHidden(y + 48 > height);
         y += 52;
     }
 }
