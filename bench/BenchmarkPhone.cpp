@@ -30,9 +30,13 @@ boot
 advance 6s
 )";
 
-static void play(sim::Simulator& simulator, const std::string& scenario)
+static void play(sim::Simulator& simulator, const std::string& scenario, bool booted)
 {
-    auto parsed = sim::ScenarioParser::parseText(scenario, "<bench>");
+    // The parser wants acting commands after a boot in the same text: a
+    // phone already booted gets one in front, which is dropped before playing.
+    auto parsed = sim::ScenarioParser::parseText(booted ? "boot\n" + scenario : scenario, "<bench>");
+    if (booted && parsed.ok())
+        parsed.commands.erase(parsed.commands.begin());
     if (!parsed.ok() || simulator.play(parsed.commands) != sim::ExitSuccess) {
         fprintf(stderr, "kavelin-bench: cannot play:\n%s\n", scenario.c_str());
         std::exit(3);
@@ -48,13 +52,13 @@ sim::Simulator& phone()
             fprintf(stderr, "kavelin-bench: %s\n", error.c_str());
             std::exit(3);
         }
-        play(*simulator, typicalMorning);
+        play(*simulator, typicalMorning, false);
         return simulator;
     }();
     return *simulator;
 }
 
-void playOnPhone(const std::string& scenario) { play(phone(), scenario); }
+void playOnPhone(const std::string& scenario) { play(phone(), scenario, true); }
 
 NSObject* panel()
 {

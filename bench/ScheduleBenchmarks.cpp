@@ -39,6 +39,11 @@ void fillWorldTo(size_t total)
     }
     for (size_t i = world.reminders().size(); i < reminders; ++i)
         world.addReminder({ "Reminder " + std::to_string(i), now + 300 + week * double(i) / double(reminders), "Calendar", false, std::nullopt });
+    // The host's lock screen lists every notification anew at each delivery,
+    // which makes thousands of deliveries quadratic. The extension reads the
+    // store itself, and these benchmarks run last, so the host's list is
+    // left as it was.
+    world.setNotificationsDidChangeHandler(nullptr);
     for (size_t i = world.notifications().size(); i < notifications; ++i) {
         std::string app = "com.example.app" + std::to_string(i / 20);
         if (!world.appWithIdentifier(app))

@@ -112,9 +112,6 @@ BENCHMARK(BM_VirtualTime_10s)->Unit(benchmark::kMicrosecond);
 void BM_VirtualTime_30s(benchmark::State& state) { runVirtualTime(state, 30); }
 BENCHMARK(BM_VirtualTime_30s)->Unit(benchmark::kMicrosecond);
 
-void BM_VirtualTime_1h(benchmark::State& state) { runVirtualTime(state, 3600); }
-BENCHMARK(BM_VirtualTime_1h)->Unit(benchmark::kMillisecond)->Iterations(3);
-
 // Two small pieces that many ticks use.
 void BM_SettingsRead(benchmark::State& state)
 {
