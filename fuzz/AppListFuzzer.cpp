@@ -58,13 +58,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
 {
     static RefPtr<LauncherPreferences> preferences;
     static std::unique_ptr<SimulatedHost> host;
-    if (!host) {
+    // One launcher for the process, as the panel keeps one: every update
+    // rebuilds its row. (A launcher dropped with its row would stay alive,
+    // its icons' recognisers keeping it as their target.)
+    static RefPtr<KVAppLauncherView> launcher;
+    if (!launcher) {
         prepareFuzzDeviceRoot("applist");
-        // An unbooted host answers for its installed apps and draws their icons.
-        host = std::make_unique<SimulatedHost>();
         preferences = make<LauncherPreferences>();
         KVSettings::sharedInstance()->setPrefs(preferences);
+        launcher = make<KVAppLauncherView>();
+        launcher->changeFrame(CGRectMake(0, 0, 375, 667));
     }
+
+    // An unbooted host answers for its installed apps and draws their icons;
+    // a fresh one per input starts from the system's apps alone.
+    host.reset();
+    host = std::make_unique<SimulatedHost>();
 
     std::string_view text(reinterpret_cast<const char*>(bytes), length);
     auto data = NSData::dataWithBytes(bytes, length);
@@ -85,8 +94,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
         HostWorld::shared().installApp({ identifiers->front(), identifiers->front(), "#3478f6" });
     preferences->shape = length % 2 ? "1" : "2";
 
-    auto launcher = make<KVAppLauncherView>();
-    launcher->changeFrame(CGRectMake(0, 0, 375, 667));
     launcher->update();
     if (!launcher->_scrollView || launcher->_scrollView->subviews().size() > identifiers->size())
         std::abort();
