@@ -9,6 +9,8 @@
 #include <UIKit/UIScreen.h>
 #include <UIKit/UIScrollView.h>
 
+#include <algorithm>
+
 OBJC_IMPLEMENT_CLASS(SBLockScreenView, UIView)
 {
     c.method<&SBLockScreenView::initWithFrame>("initWithFrame:");
@@ -42,6 +44,9 @@ constexpr double pluginHeight = 96;
 constexpr double slideToUnlockHeight = 30;
 constexpr double grabberWidth = 36;
 constexpr double grabberHeight = 5;
+constexpr double notificationIconSize = 20;
+// The media controls and the notification rows line up at this margin.
+constexpr double sideInset = 8;
 
 RefPtr<UIView> makeView(const char* name)
 {
@@ -148,7 +153,7 @@ void SBLockScreenView::layoutSubviews()
         line->setFrame(mainPageRect(infoTop, infoLineHeight));
         infoTop += infoLineHeight;
     }
-    m_pluginView->setFrame(CGRectInset(mainPageRect(infoTop + 8, pluginHeight), 8, 0));
+    m_pluginView->setFrame(CGRectInset(mainPageRect(infoTop + 8, pluginHeight), sideInset, 0));
     if (m_mediaControlsView) {
         m_mediaControlsView->setFrame(m_pluginView->bounds());
         // Title, artist, then the transport controls, centred.
@@ -201,9 +206,14 @@ void SBLockScreenView::layoutNotificationView()
     double height = m_notificationView->bounds().size.height;
     double y = 0;
     for (auto& row : m_notificationView->subviews()) {
-        row->setFrame(CGRectMake(16, y, bounds().size.width - 32, 48));
-        if (!row->subviews().empty())
-            row->subviews()[0]->setFrame(CGRectInset(row->bounds(), 10, 2));
+        row->setFrame(CGRectMake(sideInset, y, bounds().size.width - 2 * sideInset, 48));
+        // The text, then the icon in front of it, as iOS 9 lists bulletins.
+        auto& parts = row->subviews();
+        bool hasIcon = parts.size() > 1;
+        if (!parts.empty())
+            parts[0]->setFrame(CGRectMake(hasIcon ? 40 : 10, 2, std::max(0.0, row->bounds().size.width - (hasIcon ? 50 : 20)), 44));
+        if (hasIcon)
+            parts[1]->setFrame(CGRectMake(10, 14, notificationIconSize, notificationIconSize));
         // Only whole rows show: on a short screen a row cut in half by
         // "slide to unlock" would read as a drawing fault.
         row->setHidden(y + 48 > height);
@@ -278,11 +288,11 @@ void SBLockScreenView::setMediaControls(const std::string* title, const std::str
     setNeedsLayout();
 }
 
-void SBLockScreenView::setNotificationLines(const std::vector<std::string>& lines)
+void SBLockScreenView::setNotificationRows(const std::vector<NotificationRow>& rows)
 {
     while (!m_notificationView->subviews().empty())
         m_notificationView->subviews().back()->removeFromSuperview();
-    for (auto& text : lines) {
+    for (auto& [text, icon] : rows) {
         auto row = makeView("row");
         row->setBackgroundColor(UIColor::colorWithWhite(0, 0.2));
         row->layer().setCornerRadius(6);
@@ -292,6 +302,11 @@ void SBLockScreenView::setNotificationLines(const std::vector<std::string>& line
         label->setText(text);
         label->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
         row->addSubview(label.get());
+        if (icon) {
+            auto iconView = make<UIImageView>(icon);
+            iconView->setName("_iconView");
+            row->addSubview(iconView.get());
+        }
         m_notificationView->addSubview(row.get());
     }
     setNeedsLayout();

@@ -39,8 +39,13 @@ public:
     void setChargingText(const std::string*);
     void setTimerText(const std::string*);
     void setMediaControls(const std::string* title, const std::string* artist, bool playing);
-    // The notification list, newest first: one line each.
-    void setNotificationLines(const std::vector<std::string>&);
+    // The notification list, newest first: one row each, with the app's
+    // icon (when it has one) before the text.
+    struct NotificationRow {
+        std::string text;
+        RefPtr<UIImage> icon;
+    };
+    void setNotificationRows(const std::vector<NotificationRow>&);
 
     // Instance variables that clients read by name through the runtime.
     RefPtr<UIScrollView> m_foregroundScrollView;

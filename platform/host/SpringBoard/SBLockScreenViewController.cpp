@@ -1,5 +1,6 @@
 #include "SBLockScreenViewController.h"
 
+#include "SBApplicationIcon.h"
 #include "SBFLockScreenDateView.h"
 #include "SBLockScreenFullscreenBulletinViewController.h"
 #include "SBLockScreenView.h"
@@ -189,7 +190,8 @@ void SBLockScreenViewController::notificationsDidChange()
     if (!m_lockScreenView)
         return;
     // Newest first, as the lock screen lists them.
-    std::vector<std::string> lines;
+    std::vector<SBLockScreenView::NotificationRow> rows;
+    double scale = UIScreen::mainScreen()->scale();
     auto& world = HostWorld::shared();
     for (auto it = world.notifications().rbegin(); it != world.notifications().rend(); ++it) {
         const HostWorld::App* app = world.appWithIdentifier(it->app);
@@ -198,9 +200,9 @@ void SBLockScreenViewController::notificationsDidChange()
             line += "  " + *it->title;
         if (it->message)
             line += "\n" + *it->message;
-        lines.push_back(std::move(line));
+        rows.push_back({ std::move(line), app ? SBApplicationIcon::iconImageForApp(*app, scale) : nullptr });
     }
-    m_lockScreenView->setNotificationLines(lines);
+    m_lockScreenView->setNotificationRows(rows);
 }
 
 void SBLockScreenViewController::clockDidTick()
