@@ -3,6 +3,7 @@
 
 #include "HostTestSupport.h"
 
+#include <host/SpringBoard/SBApplicationIcon.h>
 #include <host/SpringBoard/SBLockScreenView.h>
 #include <host/SpringBoard/SBLockScreenViewController.h>
 
@@ -123,4 +124,26 @@ TEST_F(HostState, ShapeIsFixedAtBoot)
     auto plus = DeviceModel::named("iphone6splus");
     EXPECT_EQ(plus->screenSizeClass, 4);
     EXPECT_EQ(plus->scale, 3);
+}
+
+TEST_F(HostState, IconsAreCutToTheRoundedSquareMask)
+{
+    // A picture from the art folder and one drawn for an app without one:
+    // corners clear, the middle and the middle of each edge opaque.
+    const HostWorld::App* calendar = host().world().appWithIdentifier("com.apple.mobilecal");
+    ASSERT_TRUE(calendar);
+    const HostWorld::App drawn { "com.example.plain", "Plain", "#336699" };
+    for (auto* app : { calendar, &drawn }) {
+        auto icon = SBApplicationIcon::iconImageForApp(*app, 2);
+        ASSERT_TRUE(icon);
+        EXPECT_EQ(icon->name(), "icon:" + app->bundleIdentifier);
+        int side = icon->pixelWidth();
+        EXPECT_EQ(icon->pixelAt(0, 0).alpha, 0);
+        EXPECT_EQ(icon->pixelAt(side - 1, side - 1).alpha, 0);
+        // Just inside the corner's arc (0.2237 of the side) the picture shows.
+        int inside = int(side * SBApplicationIcon::cornerRadiusRatio * 0.35);
+        EXPECT_EQ(icon->pixelAt(inside, inside).alpha, 255);
+        EXPECT_EQ(icon->pixelAt(side / 2, 0).alpha, 255);
+        EXPECT_EQ(icon->pixelAt(side / 2, side / 2).alpha, 255);
+    }
 }
