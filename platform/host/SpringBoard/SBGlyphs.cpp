@@ -100,12 +100,16 @@ RefPtr<UIImage> battery(double level, bool charging, double scale)
             cairo_fill(cr);
         }
         if (charging) {
-            // A bolt cut out of the fill, outlined so that it shows on either part.
-            addPolygon(cr, { { 12.5, 1 }, { 8, 6.25 }, { 11, 6.25 }, { 9.5, 10 }, { 14, 4.75 }, { 11, 4.75 } });
-            cairo_fill_preserve(cr);
-            cairo_set_source_rgb(cr, 0, 0, 0);
-            cairo_set_line_width(cr, 0.6);
+            // A bolt with a clear gap cut around it, so that it shows on the
+            // fill and off it in whatever colour the status bar tints it.
+            auto bolt = [cr] { addPolygon(cr, { { 13, 2 }, { 8.25, 6.1 }, { 11, 6.1 }, { 9.5, 9 }, { 14.25, 4.9 }, { 11.5, 4.9 } }); };
+            bolt();
+            cairo_set_operator(cr, CAIRO_OPERATOR_CLEAR);
+            cairo_set_line_width(cr, 1);
             cairo_stroke(cr);
+            cairo_set_operator(cr, CAIRO_OPERATOR_OVER);
+            bolt();
+            cairo_fill(cr);
         }
     }, charging ? "battery-charging" : "battery");
 }
