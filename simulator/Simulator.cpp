@@ -1,6 +1,7 @@
 #include "Simulator.h"
 
 #include "ExtensionLoader.h"
+#include "SoakRunner.h"
 #include "ViewTree.h"
 #include "scenario/ExpectComparison.h"
 
@@ -26,6 +27,7 @@
 #include <host/SimulatedHost.h>
 #include <host/Weather/WeatherPreferences.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -357,6 +359,16 @@ bool Simulator::executeWorld(const Command& command)
         m_host->deliverNotification(notification);
         return true;
     }
+    case CommandKind::NotificationRemove: {
+        // The app's oldest notification goes, as if cleared on another screen.
+        const auto& app = command.as<NotificationRemoveCommand>().bundleIdentifier;
+        const auto& store = HostWorld::shared().notifications();
+        auto oldest = std::find_if(store.begin(), store.end(), [&](const HostWorld::Notification& n) { return n.app == app; });
+        if (oldest == store.end())
+            return fail(command, ExitCannotPlay, "no notification from " + app + " to remove");
+        HostWorld::shared().removeNotificationWithIdentifier(oldest->identifier);
+        return true;
+    }
     case CommandKind::NotificationGrouping:
         HostWorld::shared().setNotificationsGrouped(command.as<NotificationGroupingCommand>().grouped);
         return true;
@@ -530,6 +542,15 @@ bool Simulator::executeActing(const Command& command)
             m_host->showSearch(search.edge == SearchCommand::Edge::Right ? 8 : 1);
         else
             m_host->hideSearch();
+        return true;
+    }
+    case CommandKind::Soak: {
+        const auto& soak = command.as<SoakCommand>();
+        SoakRunner runner(*m_host, { soak.seconds, soak.seed, soak.step });
+        auto failure = runner.run();
+        std::cout << runner.summary();
+        if (failure)
+            return fail(command, ExitExpectationFailed, "soak: " + *failure);
         return true;
     }
     default:

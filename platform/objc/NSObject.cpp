@@ -3,9 +3,16 @@
 #include "ClassBuilder.h"
 #include "Runtime.h"
 
+#include <atomic>
 #include <cstdio>
 
-NSObject::~NSObject() = default;
+static std::atomic<long> s_liveObjectCount;
+
+NSObject::NSObject() { s_liveObjectCount.fetch_add(1, std::memory_order_relaxed); }
+
+NSObject::~NSObject() { s_liveObjectCount.fetch_sub(1, std::memory_order_relaxed); }
+
+long NSObject::liveObjectCount() { return s_liveObjectCount.load(std::memory_order_relaxed); }
 
 objc::Class* NSObject::classObject()
 {

@@ -14,7 +14,7 @@ class Class;
 // thread) and knows its runtime class, through which messages are dispatched.
 class NSObject {
 public:
-    NSObject() = default;
+    NSObject();
     NSObject(const NSObject&) = delete;
     NSObject& operator=(const NSObject&) = delete;
     virtual ~NSObject();
@@ -37,6 +37,10 @@ public:
 
     // What `%@` prints for this object.
     virtual std::string description() const;
+
+    // How many objects are alive now; long runs watch it to see that
+    // nothing accumulates.
+    static long liveObjectCount();
 
 private:
     mutable int m_refCount { 1 };

@@ -6,9 +6,9 @@ CommandPhase commandPhase(CommandKind kind)
 {
     if (kind <= CommandKind::MissingIvar)
         return CommandPhase::HostShape;
-    if (kind <= CommandKind::FaceTime)
+    if (kind <= CommandKind::NotificationRemove)
         return CommandPhase::World;
-    if (kind <= CommandKind::Search)
+    if (kind <= CommandKind::Soak)
         return CommandPhase::Acting;
     return CommandPhase::Looking;
 }
@@ -49,6 +49,7 @@ std::string_view commandName(CommandKind kind)
     case CommandKind::Timer: return "timer";
     case CommandKind::Call: return "call";
     case CommandKind::FaceTime: return "facetime";
+    case CommandKind::NotificationRemove: return "notification-remove";
     case CommandKind::Boot: return "boot";
     case CommandKind::Advance: return "advance";
     case CommandKind::Tap: return "tap";
@@ -66,6 +67,7 @@ std::string_view commandName(CommandKind kind)
     case CommandKind::Unlock: return "unlock";
     case CommandKind::NotificationCenter: return "nc";
     case CommandKind::Search: return "search";
+    case CommandKind::Soak: return "soak";
     case CommandKind::Shot: return "shot";
     case CommandKind::Dump: return "dump";
     case CommandKind::ExpectProperty:

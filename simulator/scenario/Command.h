@@ -49,6 +49,7 @@ enum class CommandKind : uint8_t {
     Timer,
     Call,
     FaceTime,
+    NotificationRemove,
     // Acting: `boot` once, the others after it.
     Boot,
     Advance,
@@ -67,6 +68,7 @@ enum class CommandKind : uint8_t {
     Unlock,
     NotificationCenter,
     Search,
+    Soak,
     // Looking: after `boot`.
     Shot,
     Dump,
@@ -219,6 +221,11 @@ struct NotificationCommand {
     std::optional<int> actions;
 };
 
+// notification-remove: the app's oldest notification in the store goes.
+struct NotificationRemoveCommand {
+    std::string bundleIdentifier;
+};
+
 struct NotificationGroupingCommand {
     bool grouped { true };
 };
@@ -260,6 +267,13 @@ struct FaceTimeCommand {
 
 struct AdvanceCommand {
     double seconds { 0 };
+};
+
+// soak: a seeded random walk through the world and the user's actions.
+struct SoakCommand {
+    double seconds { 0 };
+    int seed { 1 };
+    double step { 600 }; // the longest pause between two actions
 };
 
 // tap, doubletap
@@ -340,7 +354,7 @@ using CommandPayload = std::variant<NoArguments, SystemCommand, DeviceCommand, L
     NotificationGroupingCommand, MusicCommand, VolumeCommand, AlarmCommand, TimerCommand, CallCommand,
     FaceTimeCommand, AdvanceCommand, TargetCommand, LongPressCommand, SwipeCommand, SlideCommand, ScrollCommand,
     PickCommand, SwitchCommand, RotateCommand, SearchCommand, OutputFileCommand, ExpectPropertyCommand,
-    ExpectAbsentCommand, ExpectHostCommand>;
+    ExpectAbsentCommand, ExpectHostCommand, NotificationRemoveCommand, SoakCommand>;
 
 // One checked command. Every field holds a valid value: a player can act on
 // it without checking again.

@@ -303,6 +303,14 @@ void parseNotification(ScenarioLineReader& reader, Command& command)
     set(command, CommandKind::Notification, std::move(notification));
 }
 
+void parseNotificationRemove(ScenarioLineReader& reader, Command& command)
+{
+    if (!reader.expectArguments(1, 1))
+        return;
+    auto bundleIdentifier = reader.bundleIdentifier(&reader.argument(0));
+    set(command, CommandKind::NotificationRemove, NotificationRemoveCommand { bundleIdentifier.value_or("") });
+}
+
 void parseNotifications(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(0, 0))
@@ -403,6 +411,18 @@ void parseAdvance(ScenarioLineReader& reader, Command& command)
         return;
     auto seconds = reader.duration(&reader.argument(0));
     set(command, CommandKind::Advance, AdvanceCommand { seconds.value_or(0) });
+}
+
+void parseSoak(ScenarioLineReader& reader, Command& command)
+{
+    if (!reader.expectArguments(1, 1))
+        return;
+    SoakCommand soak;
+    soak.seconds = reader.duration(&reader.argument(0)).value_or(0);
+    soak.seed = reader.integer(reader.option("seed"), 0, 1000000000).value_or(1);
+    if (const Word* step = reader.option("step"))
+        soak.step = reader.duration(step).value_or(soak.step);
+    set(command, CommandKind::Soak, soak);
 }
 
 void parseTargetOnly(ScenarioLineReader& reader, Command& command, CommandKind kind)
@@ -587,6 +607,7 @@ const std::vector<CommandForm>& commandForms()
         { "reminder", Phase::World, "reminder \"TITLE\" due=TIME|none calendar=NAME completed=B", { "due", "calendar", "completed" }, parseReminder },
         { "notification", Phase::World, "notification BUNDLEID title=\"T\" subtitle=\"S\" message=\"M\" date=TIME image=B actions=N url=\"U\"",
             { "title", "subtitle", "message", "date", "image", "actions", "url" }, parseNotification },
+        { "notification-remove", Phase::World, "notification-remove BUNDLEID", {}, parseNotificationRemove },
         { "notifications", Phase::World, "notifications grouped=B", { "grouped" }, parseNotifications },
         { "music", Phase::World, "music artist=\"A\" song=\"S\" album=\"L\" artwork=#rrggbb playing=B track=I/N or music none",
             { "artist", "song", "album", "artwork", "playing", "track" }, parseMusic },
@@ -613,6 +634,7 @@ const std::vector<CommandForm>& commandForms()
         { "unlock", Phase::Acting, "unlock", {}, [](ScenarioLineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Unlock); } },
         { "nc", Phase::Acting, "nc show|hide", {}, [](ScenarioLineReader& r, Command& c) { parseSwitch(r, c, CommandKind::NotificationCenter, "show", "hide"); } },
         { "search", Phase::Acting, "search show right|top or search hide", {}, parseSearch },
+        { "soak", Phase::Acting, "soak DURATION seed=N step=DURATION", { "seed", "step" }, parseSoak },
 
         { "shot", Phase::Looking, "shot FILE.png", {}, [](ScenarioLineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Shot, ".png"); } },
         { "dump", Phase::Looking, "dump FILE.json", {}, [](ScenarioLineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Dump, ".json"); } },

@@ -99,6 +99,8 @@ TEST(ScenarioParser, AcceptsEveryCommandForm)
         { "unlock", CommandKind::Unlock },
         { "nc hide", CommandKind::NotificationCenter },
         { "search hide", CommandKind::Search },
+        { "notification-remove com.apple.MobileSMS", CommandKind::NotificationRemove },
+        { "soak 6h", CommandKind::Soak },
         { "shot shots/a.png", CommandKind::Shot },
         { "dump a.json", CommandKind::Dump },
         { "expect #x text \"a b\"", CommandKind::ExpectProperty },
@@ -107,6 +109,19 @@ TEST(ScenarioParser, AcceptsEveryCommandForm)
     };
     for (auto [line, kind] : lines)
         EXPECT_EQ(single(line).kind, kind) << line;
+}
+
+TEST(ScenarioParser, ReadsSoakRuns)
+{
+    auto soak = single("soak 7d seed=42 step=1m30s").as<SoakCommand>();
+    EXPECT_EQ(soak.seconds, 7 * 86400);
+    EXPECT_EQ(soak.seed, 42);
+    EXPECT_EQ(soak.step, 90);
+    auto defaults = single("soak 1h").as<SoakCommand>();
+    EXPECT_EQ(defaults.seed, 1);
+    EXPECT_EQ(defaults.step, 600);
+    EXPECT_EQ(firstDiagnostic("soak 1h seed=-1"), "option 'seed': expected a whole number from 0 to 1000000000, got '-1'");
+    EXPECT_EQ(firstDiagnostic("soak"), "missing argument: usage is 'soak DURATION seed=N step=DURATION'");
 }
 
 TEST(ScenarioParser, ReportsMistakesWithHelpfulMessages)
