@@ -392,6 +392,7 @@ std::optional<std::string> SoakRunner::checkOverlaysAfterDisplayOff()
 {
     if (!m_situation.enabled || !SBBacklightController::sharedInstance()->screenIsOff())
         return std::nullopt;
+    ++m_darkDisplaysChecked;
     for (const char* className : closableOverlayClasses) {
         NSObject* overlay = sharedInstanceOf(className);
         if (overlay && objc::send<bool>(overlay, OBJC_SEL("isActive")))
@@ -420,6 +421,7 @@ std::optional<std::string> SoakRunner::checkRemovedNotifications()
     // A new dictionary means a reload started after the last check; once it
     // is no longer in flight, nothing removed before then may show.
     if (!reloading && data && m_notificationDataAtLastCheck && data != m_notificationDataAtLastCheck) {
+        ++m_reloadsChecked;
         std::vector<std::string> texts;
         if (auto* table = objc::cast<UIView>(objc::send<NSObject*>(controller.get(), OBJC_SEL("tableView"))))
             collectShownTexts(*table, texts);
@@ -454,6 +456,7 @@ std::string SoakRunner::summary() const
     text << "soak: " << m_steps << " steps over " << m_options.seconds / 3600 << " virtual hours (seed " << m_options.seed << ")\n  actions:";
     for (int action = 0; action < ActionCount; ++action)
         text << " " << actionName(static_cast<Action>(action)) << " " << m_counts[action];
+    text << "\n  checked: " << m_reloadsChecked << " finished reloads, " << m_darkDisplaysChecked << " dark displays";
     text << "\n  live objects: " << m_objectsAfterFirstDay << " after the first day, " << m_objectsAtEnd << " at the end; run-loop events: " << m_eventsAfterFirstDay << ", "
          << m_eventsAtEnd << "\n";
     return text.str();

@@ -106,6 +106,11 @@ private:
     std::vector<int> m_removedSinceLastCheck;
     StrongId m_notificationDataAtLastCheck;
 
+    // How often the rules that need a moment to apply (a finished reload,
+    // a dark display) were checked: a run that never checked them proves nothing.
+    long long m_reloadsChecked { 0 };
+    long long m_darkDisplaysChecked { 0 };
+
     long m_objectsAfterFirstDay { -1 };
     size_t m_eventsAfterFirstDay { 0 };
     long m_objectsAtEnd { 0 };
