@@ -47,22 +47,30 @@ void KVView::addForecast()
     KVWeatherDisplayView::sharedInstance();
 }
 
+// The three stacked rows of the weather line; each label's type is its row's
+// height less 6 points. The condition's icon takes the type's size, from these
+// heights rather than the label's current frame: the first update can come
+// before the first layout (in the notification centre and on the search page).
+static constexpr double conditionRowHeight = 24;
+static constexpr double highLowRowHeight = 20;
+static constexpr double temperatureRowHeight = 38;
+
 void KVView::layoutForecast(double weatherTop)
 {
     // The right half of the panel, level with the clock: condition, high and
     // low, then the current temperature in large type.
     double containerWidth = width() / 2 - 20;
-    _weatherContainerView->setFrame(CGRectMake(width() / 2, weatherTop, containerWidth, 82));
+    _weatherContainerView->setFrame(CGRectMake(width() / 2, weatherTop, containerWidth, conditionRowHeight + highLowRowHeight + temperatureRowHeight));
     struct Row {
         UILabel* label;
         double y;
         double height;
     };
-    for (Row row : { Row { _weatherIconAndConditionNameLabel.get(), 0, 24 }, Row { _highLowLabel.get(), 24, 20 }, Row { _temperatureLabel.get(), 44, 38 } }) {
+    for (Row row : { Row { _weatherIconAndConditionNameLabel.get(), 0, conditionRowHeight }, Row { _highLowLabel.get(), conditionRowHeight, highLowRowHeight }, Row { _temperatureLabel.get(), conditionRowHeight + highLowRowHeight, temperatureRowHeight } }) {
         row.label->setFrame(CGRectMake(0, row.y, containerWidth, row.height));
         row.label->setFont(UIFont::fontWithName("HelveticaNeue-Light", row.height - 6));
     }
-    _weatherErrorLabel->setFrame(CGRectMake(0, 0, containerWidth, 82));
+    _weatherErrorLabel->setFrame(_weatherContainerView->bounds());
     _weatherErrorLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", 10));
 }
 
@@ -81,7 +89,7 @@ void KVView::updateForecastLabels()
     auto condition = NSMutableAttributedString::create();
     auto attachment = make<NSTextAttachment>();
     attachment->setImage(provider->conditionImage());
-    double side = _weatherIconAndConditionNameLabel->bounds().size.height - 6;
+    double side = conditionRowHeight - 6;
     attachment->setBounds(CGRectMake(0, -3, side, side));
     condition->appendAttributedString(NSAttributedString::attributedStringWithAttachment(attachment).get());
     condition->appendString(" " + provider->conditionName());
