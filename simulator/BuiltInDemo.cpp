@@ -2,10 +2,10 @@
 
 namespace sim {
 
-std::string_view builtInDemoScenario()
-{
-    return R"(# A Saturday morning on an iPhone 6.
-now 2026-11-21T09:41:00
+// The world every part starts from: a Saturday morning on an iPhone 6.
+static constexpr std::string_view morningWorld = R"(now 2026-11-21T09:41:00
+# The panel takes the whole top of the screen: the status bar fades out while it shows.
+prefs shouldShowStatusBar no
 battery level=0.76 ac=no
 weather city="Lisbon" condition="Partly Cloudy" icon=partly-cloudy temp=17 high=21 low=12
 weather-hour 1000 17 icon=partly-cloudy
@@ -34,13 +34,16 @@ event "Lunch with Anna" start=2026-11-21T13:00:00 end=2026-11-21T14:00:00 locati
 reminder "Pick up the book" due=2026-11-21T16:00:00
 prefs calveraHomeButtonCloseEnabled yes
 prefs notaraHomeButtonCloseEnabled yes
+prefs dismissAllNotificationsButtonEnabled yes
 notification com.apple.MobileSMS title="Anna" message="Lunch at one? I found a new place near the river." date=-12m
 notification com.apple.MobileSMS title="Anna" message="Bring the book!" date=-3m
 notification com.apple.mobilemail title="Rita Hale" subtitle="Photos from the trip" message="Here are the ones from Sunday." date=-40m
 music artist="Nils Frahm" song="Says" album="Spaces" artwork=#2f6f8f playing=yes track=3/9
 switcher com.apple.MobileSMS com.apple.mobilemail com.apple.Music com.apple.mobilesafari com.apple.weather com.apple.mobilecal
 prefs melodraHomeButtonCloseEnabled yes
-boot
+)";
+
+static constexpr std::string_view lockScreenPart = R"(boot
 advance 6s
 shot lockscreen.png
 dump lockscreen.json
@@ -59,14 +62,6 @@ rotate landscape
 advance 1s
 rotate portrait
 advance 1s
-nc show
-advance 1s
-shot notification-center.png
-nc hide
-search show right
-advance 1s
-shot search.png
-search hide
 tap KVTableViewSectionHeaderCell@0
 advance 1s
 shot event-overlay.png
@@ -80,7 +75,7 @@ advance 10s
 shot schedule-table.png
 scroll #tableView 0 -300
 advance 1s
-tap 187.5,329
+tap 187.5,316
 advance 1s
 shot notification-overlay.png
 home
@@ -120,7 +115,43 @@ home
 advance 1s
 rotate portrait
 advance 1s
+# Last, as its one button is the only way out: it clears every notification.
+tap #notificationFooterView
+advance 1s
+shot clear-all-overlay.png
+tap #_clearAllNotificationsButton
+advance 1s
 )";
+
+// The panel can live in the notification centre or take the search page over;
+// where it lives is read as the host starts, so each placement is a boot of its own.
+static constexpr std::string_view notificationCentrePart = R"(prefs location 2
+boot
+advance 6s
+nc show
+advance 1s
+shot notification-center.png
+rotate landscape
+advance 1s
+shot notification-center-landscape.png
+)";
+
+static constexpr std::string_view searchPagePart = R"(prefs location 3
+boot
+advance 6s
+search show right
+advance 1s
+shot search.png
+)";
+
+const std::vector<DemoPart>& builtInDemo()
+{
+    static const std::vector<DemoPart> parts {
+        { "lock screen", std::string(morningWorld) + std::string(lockScreenPart) },
+        { "notification centre", std::string(morningWorld) + std::string(notificationCentrePart) },
+        { "search page", std::string(morningWorld) + std::string(searchPagePart) },
+    };
+    return parts;
 }
 
 }

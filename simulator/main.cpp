@@ -7,7 +7,73 @@
 #include "Simulator.h"
 #include "scenario/ScenarioParser.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
 #include <iostream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+int play(const sim::ScenarioParseResult& parsed, const std::string& output, const std::string& root, bool listWrittenFiles)
+{
+    if (!parsed.ok()) {
+        std::cerr << parsed.diagnosticText();
+        return sim::ExitCannotPlay;
+    }
+    sim::Simulator simulator(output, root);
+    if (auto error = simulator.prepare(); !error.empty()) {
+        std::cerr << "kavelin-sim: " << error << "\n";
+        return sim::ExitHostFailed;
+    }
+    int status = simulator.play(parsed.commands);
+    if (listWrittenFiles && status == sim::ExitSuccess) {
+        for (auto& file : simulator.writtenFiles())
+            std::cout << "  " << file.string() << "\n";
+    }
+    return status;
+}
+
+// Each part of the demo is a boot of its own: the extension's load-time state
+// (its hooks, its single instances) lives as long as the process, exactly as
+// on the phone, so every part plays in a fresh child process.
+int playDemo(const sim::CommandLineOptions& options)
+{
+    std::cout << "The demo wrote:\n" << std::flush;
+    int worst = sim::ExitSuccess;
+    for (auto& part : sim::builtInDemo()) {
+        std::string root;
+        if (options.rootDirectory)
+            root = (std::filesystem::path(*options.rootDirectory) / part.name).string();
+        std::fflush(nullptr);
+        pid_t child = fork();
+        if (child < 0) {
+            std::cerr << "kavelin-sim: cannot start the demo's " << part.name << ": " << std::strerror(errno) << "\n";
+            return sim::ExitHostFailed;
+        }
+        if (child == 0) {
+            auto parsed = sim::ScenarioParser::parseText(part.scenario, "<demo: " + part.name + ">");
+            int status = play(parsed, options.outputDirectory, root, true);
+            std::cout << std::flush;
+            _exit(status);
+        }
+        int waitStatus = 0;
+        if (waitpid(child, &waitStatus, 0) < 0 || !WIFEXITED(waitStatus)) {
+            std::cerr << "kavelin-sim: the demo's " << part.name << " did not finish\n";
+            return sim::ExitHostFailed;
+        }
+        int status = WEXITSTATUS(waitStatus);
+        if (status != sim::ExitSuccess)
+            std::cerr << "kavelin-sim: the demo's " << part.name << " failed (exit " << status << ")\n";
+        worst = std::max(worst, status);
+    }
+    return worst;
+}
+
+}
 
 int main(int argc, char** argv)
 {
@@ -21,24 +87,7 @@ int main(int argc, char** argv)
         std::cout << sim::CommandLine::usage();
         return sim::ExitSuccess;
     }
-
-    auto parsed = options.scenario ? sim::ScenarioParser::parseFile(*options.scenario)
-                                   : sim::ScenarioParser::parseText(sim::builtInDemoScenario(), "<demo>");
-    if (!parsed.ok()) {
-        std::cerr << parsed.diagnosticText();
-        return sim::ExitCannotPlay;
-    }
-
-    sim::Simulator simulator(options.outputDirectory, options.rootDirectory.value_or(""));
-    if (auto error = simulator.prepare(); !error.empty()) {
-        std::cerr << "kavelin-sim: " << error << "\n";
-        return sim::ExitHostFailed;
-    }
-    int status = simulator.play(parsed.commands);
-    if (!options.scenario && status == sim::ExitSuccess) {
-        std::cout << "The demo wrote:\n";
-        for (auto& file : simulator.writtenFiles())
-            std::cout << "  " << file.string() << "\n";
-    }
-    return status;
+    if (!options.scenario)
+        return playDemo(options);
+    return play(sim::ScenarioParser::parseFile(*options.scenario), options.outputDirectory, options.rootDirectory.value_or(""), false);
 }
