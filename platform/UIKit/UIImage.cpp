@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <map>
+#include <mutex>
+#include <sys/stat.h>
 
 OBJC_IMPLEMENT_CLASS(UIImage, NSObject)
 {
@@ -67,6 +70,93 @@ static double scaleFromFileName(const std::string& path)
     return 1;
 }
 
+// Every table reload asks again for the same few icons and glyphs; inflating
+// their PNGs each time was most of a reload's cost. A decoded file is kept
+// with the size and modification time it had, so that a file rewritten on
+// disk is decoded again. Images are immutable, so the same object can be
+// answered. The map stays small: few files are loaded, and big pictures (the
+// wallpaper, read once at boot) are not kept.
+namespace {
+
+struct FileVersion {
+    long long modificationTime { 0 };
+    long long size { 0 };
+    friend bool operator==(const FileVersion&, const FileVersion&) = default;
+};
+
+struct DecodedFile {
+    FileVersion version;
+    RefPtr<UIImage> image;
+};
+
+constexpr size_t decodedFileLimit = 64;
+constexpr size_t decodedFileLargestBytes = 512 * 1024;
+
+std::mutex& decodedFilesLock()
+{
+    static auto* lock = new std::mutex();
+    return *lock;
+}
+
+std::map<std::string, DecodedFile>& decodedFiles()
+{
+    static auto* files = new std::map<std::string, DecodedFile>();
+    return *files;
+}
+
+size_t& decodedFileTotal()
+{
+    static size_t total = 0;
+    return total;
+}
+
+RefPtr<UIImage> cachedDecodedFile(const std::string& key, const FileVersion& version)
+{
+    std::lock_guard lock(decodedFilesLock());
+    auto found = decodedFiles().find(key);
+    if (found == decodedFiles().end() || found->second.version != version)
+        return nullptr;
+    return found->second.image;
+}
+
+void cacheDecodedFile(const std::string& key, const FileVersion& version, const RefPtr<UIImage>& image)
+{
+    size_t bytes = static_cast<size_t>(image->pixelWidth()) * image->pixelHeight() * 4;
+    std::lock_guard lock(decodedFilesLock());
+    auto& files = decodedFiles();
+    if (bytes > decodedFileLargestBytes) {
+        files.erase(key);
+        return;
+    }
+    if (files.size() >= decodedFileLimit && !files.contains(key))
+        files.erase(files.begin());
+    files[key] = { version, image };
+}
+
+RefPtr<UIImage> decodePNG(const std::string& file, std::string name)
+{
+    {
+        std::lock_guard lock(decodedFilesLock());
+        ++decodedFileTotal();
+    }
+    cairo_surface_t* loaded = cairo_image_surface_create_from_png(file.c_str());
+    if (cairo_surface_status(loaded) != CAIRO_STATUS_SUCCESS) {
+        cairo_surface_destroy(loaded);
+        return nullptr;
+    }
+    // Opaque PNGs load as RGB24; keep every image in one format.
+    cairo_surface_t* surface = createSurface(cairo_image_surface_get_width(loaded), cairo_image_surface_get_height(loaded));
+    cairo_t* cr = cairo_create(surface);
+    cairo_set_source_surface(cr, loaded, 0, 0);
+    cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    cairo_surface_destroy(loaded);
+    return make<UIImage>(surface, scaleFromFileName(file), std::move(name));
+}
+
+} // namespace
+
 RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
 {
     if (path.empty())
@@ -83,25 +173,26 @@ RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
         candidates.push_back(base);
     }
     for (auto& candidate : candidates) {
-        std::error_code error;
-        if (!std::filesystem::is_regular_file(candidate, error))
+        struct stat status;
+        if (::stat(candidate.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
             continue;
-        cairo_surface_t* loaded = cairo_image_surface_create_from_png(candidate.c_str());
-        if (cairo_surface_status(loaded) != CAIRO_STATUS_SUCCESS) {
-            cairo_surface_destroy(loaded);
-            return nullptr;
-        }
-        // Opaque PNGs load as RGB24; keep every image in one format.
-        cairo_surface_t* surface = createSurface(cairo_image_surface_get_width(loaded), cairo_image_surface_get_height(loaded));
-        cairo_t* cr = cairo_create(surface);
-        cairo_set_source_surface(cr, loaded, 0, 0);
-        cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
-        cairo_paint(cr);
-        cairo_destroy(cr);
-        cairo_surface_destroy(loaded);
-        return make<UIImage>(surface, scaleFromFileName(candidate), resourceName(path));
+        FileVersion version { status.st_mtim.tv_sec * 1'000'000'000LL + status.st_mtim.tv_nsec, static_cast<long long>(status.st_size) };
+        std::string name = resourceName(path);
+        std::string key = candidate + '\n' + name;
+        if (auto cached = cachedDecodedFile(key, version))
+            return cached;
+        auto image = decodePNG(candidate, name);
+        if (image)
+            cacheDecodedFile(key, version, image);
+        return image;
     }
     return nullptr;
+}
+
+size_t UIImage::decodedFileCount()
+{
+    std::lock_guard lock(decodedFilesLock());
+    return decodedFileTotal();
 }
 
 RefPtr<UIImage> UIImage::imageWithSize(CGSize size, double scale, const std::function<void(cairo_t*)>& draw, std::string name)
@@ -190,6 +281,13 @@ UIImage::Pixel UIImage::pixelAt(int x, int y) const
 }
 
 RefPtr<UIColor> UIImage::mergedColor() const
+{
+    if (!m_mergedColor)
+        m_mergedColor = computeMergedColor();
+    return m_mergedColor;
+}
+
+RefPtr<UIColor> UIImage::computeMergedColor() const
 {
     double red = 0;
     double green = 0;

@@ -36,7 +36,13 @@ public:
     // else "@3x") variant next to the file is preferred and sets the scale,
     // as UIKit does on a Retina screen; a file without such a suffix has a
     // scale of 1, one point per pixel.
+    //
+    // The file is looked at on every call, but a file already decoded and
+    // unchanged since (same size and modification time) answers the image
+    // decoded then: the same object, which callers must therefore not rename.
     static RefPtr<UIImage> imageWithContentsOfFile(const std::string& path);
+    // How many PNG files were decoded so far (to prove that reloads read none).
+    static size_t decodedFileCount();
     // An image drawn by code: `draw` paints into a context whose units are
     // points, with (0, 0) at the top left.
     static RefPtr<UIImage> imageWithSize(CGSize, double scale, const std::function<void(cairo_t*)>& draw, std::string name);
@@ -60,7 +66,8 @@ public:
     // A copy whose every pixel has `color`, keeping the pixel's coverage.
     RefPtr<UIImage> tintedWithColor(const UIColor*) const;
     // The average colour of the image's opaque pixels (those at least half
-    // covered); clear for an image without any.
+    // covered); clear for an image without any. Computed on the first call
+    // only: the pixels never change, and timers ask for it twice a second.
     RefPtr<UIColor> mergedColor() const;
 
     // Draws the image stretched into `rect` (in the context's units).
@@ -81,11 +88,13 @@ public:
 
 private:
     RefPtr<UIImage> derived(cairo_surface_t*, double scale) const;
+    RefPtr<UIColor> computeMergedColor() const;
 
     cairo_surface_t* m_surface { nullptr };
     CGSize m_size {};
     double m_scale { 1 };
     std::string m_name;
     RefPtr<UIColor> m_tintColor;
+    mutable RefPtr<UIColor> m_mergedColor;
     UIImageRenderingMode m_renderingMode { UIImageRenderingModeAutomatic };
 };

@@ -65,6 +65,30 @@ TEST(UIImage, LoadsPNGsWithTheirResourceNameAndScale)
     EXPECT_TRUE(halfOrange()->writePNG((bundle / "no-such-folder" / "x.png").string()).has_value());
 }
 
+TEST(UIImage, AFileLoadedAgainIsDecodedOnlyWhenItChanged)
+{
+    auto file = scratchFolder() / "Reloaded.png";
+    ASSERT_FALSE(halfOrange()->writePNG(file.string()));
+
+    auto first = UIImage::imageWithContentsOfFile(file.string());
+    size_t decoded = UIImage::decodedFileCount();
+    auto again = UIImage::imageWithContentsOfFile(file.string());
+    EXPECT_EQ(again.get(), first.get());
+    EXPECT_EQ(UIImage::decodedFileCount(), decoded);
+
+    // A rewritten file (another size, so its version differs even on a coarse
+    // clock) is read again.
+    ASSERT_FALSE(UIImage::imageWithColor(*UIColor::colorWithRed(0, 0, 1, 1), CGSizeMake(8, 8))->writePNG(file.string()));
+    auto rewritten = UIImage::imageWithContentsOfFile(file.string());
+    ASSERT_TRUE(rewritten);
+    EXPECT_NE(rewritten.get(), first.get());
+    EXPECT_EQ(rewritten->size(), CGSizeMake(8, 8));
+    EXPECT_EQ(UIImage::decodedFileCount(), decoded + 1);
+
+    std::filesystem::remove(file);
+    EXPECT_FALSE(UIImage::imageWithContentsOfFile(file.string()));
+}
+
 TEST(UIImage, ScalingAndTintingKeepTheNameAndTheShape)
 {
     auto image = halfOrange();
@@ -103,6 +127,9 @@ TEST(UIImage, MergedColourIsTheAverageOfOpaquePixels)
     }, "stripes");
     EXPECT_EQ(stripes->mergedColor()->hexString(), "#800080ff");
     EXPECT_EQ(UIImage::imageWithColor(*UIColor::clearColor(), CGSizeMake(4, 4))->mergedColor()->alpha(), 0);
+
+    // Kept with the image: asked twice a second by the music timers.
+    EXPECT_EQ(stripes->mergedColor().get(), stripes->mergedColor().get());
 }
 
 TEST(UIImageView, AnimationFrameFollowsTheVirtualClock)

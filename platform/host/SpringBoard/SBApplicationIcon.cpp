@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 
 OBJC_IMPLEMENT_CLASS(SBApplicationIcon, NSObject)
 {
@@ -97,13 +98,48 @@ static RefPtr<UIImage> maskedIcon(const UIImage& picture, const std::string& nam
     }, name);
 }
 
+// SpringBoard keeps the icons it made: the lock screen and the extension ask
+// for an app's icon at every reload. An icon stands while what it was made
+// from is unchanged: the same decoded art file (a rewritten file decodes to a
+// new image), or the same colour, name and scale for a drawn one.
+namespace {
+
+struct MadeIcon {
+    RefPtr<UIImage> picture;
+    std::string color;
+    std::string name;
+    double scale { 0 };
+    RefPtr<UIImage> icon;
+};
+
+constexpr size_t madeIconLimit = 256;
+
+std::map<std::string, MadeIcon>& madeIcons()
+{
+    static auto* icons = new std::map<std::string, MadeIcon>();
+    return *icons;
+}
+
+} // namespace
+
 RefPtr<UIImage> SBApplicationIcon::iconImageForApp(const HostWorld::App& app, double scale)
 {
-    if (!artDirectory().empty()) {
-        if (auto image = UIImage::imageWithContentsOfFile(artDirectory() + "/icons/" + app.bundleIdentifier + ".png")) {
-            if (auto masked = maskedIcon(*image, "icon:" + app.bundleIdentifier))
-                return masked;
-        }
+    RefPtr<UIImage> picture;
+    if (!artDirectory().empty())
+        picture = UIImage::imageWithContentsOfFile(artDirectory() + "/icons/" + app.bundleIdentifier + ".png");
+    auto& icons = madeIcons();
+    if (auto made = icons.find(app.bundleIdentifier); made != icons.end()) {
+        const MadeIcon& entry = made->second;
+        if (entry.picture == picture && (picture || (entry.color == app.color && entry.name == app.name && entry.scale == scale)))
+            return entry.icon;
     }
-    return drawnIcon(app, scale);
+    RefPtr<UIImage> icon = picture ? maskedIcon(*picture, "icon:" + app.bundleIdentifier) : nullptr;
+    if (!icon) {
+        picture = nullptr;
+        icon = drawnIcon(app, scale);
+    }
+    if (icons.size() >= madeIconLimit && !icons.contains(app.bundleIdentifier))
+        icons.erase(icons.begin());
+    icons[app.bundleIdentifier] = { picture, app.color, app.name, scale, icon };
+    return icon;
 }
