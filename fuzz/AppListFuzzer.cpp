@@ -10,6 +10,7 @@
 #include <settings/KVSettings.h>
 
 #include <CorvLib/CVPreferenceManager.h>
+#include <Foundation/NSRunLoop.h>
 #include <Foundation/NSString.h>
 #include <UIKit/UIScrollView.h>
 #include <host/SimulatedHost.h>
@@ -95,6 +96,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
     preferences->shape = length % 2 ? "1" : "2";
 
     launcher->update();
+    // The host lays out and runs queued work every frame; the layout queue
+    // keeps its views alive until then, so a harness that never drained it
+    // kept every row it ever built.
+    NSRunLoop::mainRunLoop()->runPending();
+    UIView::layoutPendingViews();
     if (!launcher->_scrollView || launcher->_scrollView->subviews().size() > identifiers->size())
         std::abort();
     return 0;
