@@ -147,3 +147,21 @@ TEST_F(HostState, IconsAreCutToTheRoundedSquareMask)
         EXPECT_EQ(icon->pixelAt(side / 2, side / 2).alpha, 255);
     }
 }
+
+TEST_F(HostState, IconsAreMadeOnceWhileTheirAppIsUnchanged)
+{
+    const HostWorld::App* calendar = host().world().appWithIdentifier("com.apple.mobilecal");
+    ASSERT_TRUE(calendar);
+    auto fromArt = SBApplicationIcon::iconImageForApp(*calendar, 2);
+    size_t decoded = UIImage::decodedFileCount();
+    EXPECT_EQ(SBApplicationIcon::iconImageForApp(*calendar, 2).get(), fromArt.get());
+    EXPECT_EQ(UIImage::decodedFileCount(), decoded);
+
+    HostWorld::App drawn { "com.example.recoloured", "Recoloured", "#336699" };
+    auto blue = SBApplicationIcon::iconImageForApp(drawn, 2);
+    EXPECT_EQ(SBApplicationIcon::iconImageForApp(drawn, 2).get(), blue.get());
+    drawn.color = "#ff0000";
+    auto red = SBApplicationIcon::iconImageForApp(drawn, 2);
+    EXPECT_NE(red.get(), blue.get());
+    EXPECT_EQ(red->pixelAt(red->pixelWidth() / 2, 2).red, 255);
+}
