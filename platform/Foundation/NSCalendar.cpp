@@ -6,7 +6,10 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
 #include <memory>
+#include <mutex>
+#include <string>
 
 OBJC_IMPLEMENT_CLASS(NSDateComponents, NSObject)
 {
@@ -60,11 +63,34 @@ int32_t clampToInt32(long value)
 }
 
 // An ICU calendar set to a date, or null when ICU cannot represent it.
+// Making an ICU calendar loads its zone and locale data, which costs far more
+// than the arithmetic asked of it; one is made per zone and locale and cloned
+// for each use. Zones and locales in use are few: the table is emptied if it
+// ever grows past a handful.
+std::unique_ptr<icu::Calendar> freshCalendar(const NSTimeZone& zone, const NSLocale& locale)
+{
+    static std::mutex lock;
+    static std::map<std::pair<std::string, std::string>, std::unique_ptr<icu::Calendar>> prototypes;
+    std::lock_guard guard(lock);
+    auto key = std::make_pair(zone.name(), locale.localeIdentifier());
+    auto found = prototypes.find(key);
+    if (found == prototypes.end()) {
+        UErrorCode status = U_ZERO_ERROR;
+        auto calendar = std::make_unique<icu::GregorianCalendar>(FoundationICU::timeZone(key.first), FoundationICU::locale(key.second), status);
+        if (U_FAILURE(status))
+            return nullptr;
+        if (prototypes.size() >= 16)
+            prototypes.clear();
+        found = prototypes.emplace(std::move(key), std::move(calendar)).first;
+    }
+    return std::unique_ptr<icu::Calendar>(found->second->clone());
+}
+
 std::unique_ptr<icu::Calendar> calendarAt(const NSTimeZone& zone, const NSLocale& locale, const NSDate* date)
 {
     UErrorCode status = U_ZERO_ERROR;
-    auto calendar = std::make_unique<icu::GregorianCalendar>(FoundationICU::timeZone(zone.name()), FoundationICU::locale(locale.localeIdentifier()), status);
-    if (U_FAILURE(status))
+    auto calendar = freshCalendar(zone, locale);
+    if (!calendar)
         return nullptr;
     if (date) {
         double when = date->timeIntervalSinceReferenceDate();
