@@ -26,18 +26,18 @@ void UIControl::addTarget(NSObject* target, objc::SEL action, unsigned controlEv
     if (!target || !action || !controlEvents)
         return;
     for (auto& entry : m_targets) {
-        if (entry.unretained == target && entry.action == action) {
+        if (entry.object.get() == target && entry.action == action) {
             entry.events |= controlEvents;
             return;
         }
     }
-    m_targets.push_back({ target == this ? nullptr : RefPtr<NSObject>(target), target, action, controlEvents });
+    m_targets.push_back({ target, action, controlEvents });
 }
 
 void UIControl::removeTarget(NSObject* target, objc::SEL action, unsigned controlEvents)
 {
     for (auto& entry : m_targets) {
-        if ((!target || entry.unretained == target) && (!action || entry.action == action))
+        if ((!target || entry.object.get() == target) && (!action || entry.action == action))
             entry.events &= ~controlEvents;
     }
     std::erase_if(m_targets, [](const Target& entry) { return !entry.events; });
@@ -48,8 +48,10 @@ void UIControl::sendActionsForControlEvents(unsigned controlEvents)
     RefPtr<UIControl> protect(this);
     auto targets = m_targets;
     for (auto& entry : targets) {
-        if (entry.events & controlEvents)
-            UIKitMessaging::sendAction(entry.object ? entry.object.get() : entry.unretained, entry.action, this);
+        // Kept alive for the action, which may let go of it.
+        RefPtr<NSObject> object = entry.object.get();
+        if (object && (entry.events & controlEvents))
+            UIKitMessaging::sendAction(object.get(), entry.action, this);
     }
 }
 

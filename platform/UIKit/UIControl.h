@@ -37,9 +37,9 @@ class UIControl : public UIView {
 public:
     using UIView::UIView;
 
-    // Targets are kept alive by the control (UIKit does not retain them;
-    // keeping them means a freed target can never be messaged). A control
-    // that is its own target does not keep itself alive.
+    // Targets are not kept alive, as in UIKit (the target usually holds the
+    // control, directly or through its view tree). They are weak
+    // references: a target that has gone away is skipped.
     void addTarget(NSObject* target, objc::SEL action, unsigned controlEvents);
     // A null target or action matches any.
     void removeTarget(NSObject* target, objc::SEL action, unsigned controlEvents);
@@ -74,8 +74,7 @@ public:
 
 private:
     struct Target {
-        RefPtr<NSObject> object;
-        NSObject* unretained;
+        WeakPtr<NSObject> object;
         objc::SEL action;
         unsigned events;
     };

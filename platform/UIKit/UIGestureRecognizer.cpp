@@ -36,13 +36,12 @@ void UIGestureRecognizer::addTarget(NSObject* target, objc::SEL action)
 {
     if (!target || !action)
         return;
-    // A recogniser that is its own target must not keep itself alive.
-    m_targets.push_back({ target == this ? nullptr : RefPtr<NSObject>(target), target, action });
+    m_targets.push_back({ target, action });
 }
 
 void UIGestureRecognizer::removeTarget(NSObject* target, objc::SEL action)
 {
-    std::erase_if(m_targets, [&](const Target& entry) { return (!target || entry.unretained == target) && (!action || entry.action == action); });
+    std::erase_if(m_targets, [&](const Target& entry) { return (!target || entry.object.get() == target) && (!action || entry.action == action); });
 }
 
 void UIGestureRecognizer::addHandler(std::function<void(UIGestureRecognizer&)> handler)
@@ -137,8 +136,11 @@ void UIGestureRecognizer::sendActions()
     RefPtr<UIGestureRecognizer> protect(this);
     auto targets = m_targets;
     auto handlers = m_handlers;
-    for (auto& target : targets)
-        UIKitMessaging::sendAction(target.object ? target.object.get() : target.unretained, target.action, this);
+    for (auto& target : targets) {
+        // Kept alive for the action, which may let go of it.
+        if (RefPtr<NSObject> object = target.object.get())
+            UIKitMessaging::sendAction(object.get(), target.action, this);
+    }
     for (auto& handler : handlers)
         handler(*this);
 }

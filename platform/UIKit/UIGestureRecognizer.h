@@ -44,8 +44,10 @@ public:
     // `initWithTarget:action:` for recognisers made by `alloc`; answers self.
     StrongId initWithTarget(NSObject* target, objc::SEL action);
 
-    // Targets are kept alive by the recogniser (UIKit does not retain them;
-    // keeping them means a freed target can never be messaged).
+    // Targets are not kept alive, as in UIKit: a target is usually the view
+    // (or an ancestor, or its controller) that holds the recogniser, and
+    // keeping it would make a cycle. They are weak references, so a target
+    // that has gone away is skipped rather than messaged.
     void addTarget(NSObject* target, objc::SEL action);
     void removeTarget(NSObject* target, objc::SEL action);
     // A C++ target, for recognisers UIKit makes for its own views.
@@ -109,8 +111,7 @@ protected:
 private:
     friend class UIGestureEnvironment;
     struct Target {
-        RefPtr<NSObject> object;
-        NSObject* unretained;
+        WeakPtr<NSObject> object;
         objc::SEL action;
     };
 

@@ -24,7 +24,8 @@ public:
 
     static constexpr double rowHeight = 32;
 
-    // Both are kept alive by the picker.
+    // Neither is kept alive, as in UIKit (the owner of the picker usually
+    // serves as both); once gone they read as none.
     NSObject* dataSource() const { return m_dataSource.get(); }
     void setDataSource(NSObject*);
     NSObject* delegate() const { return m_delegate.get(); }
@@ -64,8 +65,8 @@ private:
     void loadIfNeeded() const;
     void loadComponent(long component) const;
 
-    RefPtr<NSObject> m_dataSource;
-    RefPtr<NSObject> m_delegate;
+    WeakPtr<NSObject> m_dataSource;
+    WeakPtr<NSObject> m_delegate;
     bool m_showsSelectionIndicator { false };
     mutable bool m_loaded { false };
     mutable std::vector<long> m_rowCounts;

@@ -85,24 +85,24 @@ void UITableView::computeGeometry()
 {
     NSObject* self = this;
     m_sections.clear();
-    long sectionCount = UIKitMessaging::ask<long>(m_dataSource, OBJC_SEL("numberOfSectionsInTableView:"), self).value_or(m_dataSource ? 1 : 0);
+    long sectionCount = UIKitMessaging::ask<long>(m_dataSource.get(), OBJC_SEL("numberOfSectionsInTableView:"), self).value_or(m_dataSource ? 1 : 0);
     sectionCount = std::max(0L, sectionCount);
     m_sections.reserve(static_cast<size_t>(sectionCount));
     double top = 0;
     for (long section = 0; section < sectionCount; ++section) {
         SectionGeometry geometry;
         geometry.top = top;
-        geometry.headerHeight = std::max(0.0, UIKitMessaging::ask<double>(m_delegate, OBJC_SEL("tableView:heightForHeaderInSection:"), self, section).value_or(m_sectionHeaderHeight));
-        geometry.footerHeight = std::max(0.0, UIKitMessaging::ask<double>(m_delegate, OBJC_SEL("tableView:heightForFooterInSection:"), self, section).value_or(m_sectionFooterHeight));
-        long rows = std::max(0L, UIKitMessaging::ask<long>(m_dataSource, OBJC_SEL("tableView:numberOfRowsInSection:"), self, section).value_or(0));
+        geometry.headerHeight = std::max(0.0, UIKitMessaging::ask<double>(m_delegate.get(), OBJC_SEL("tableView:heightForHeaderInSection:"), self, section).value_or(m_sectionHeaderHeight));
+        geometry.footerHeight = std::max(0.0, UIKitMessaging::ask<double>(m_delegate.get(), OBJC_SEL("tableView:heightForFooterInSection:"), self, section).value_or(m_sectionFooterHeight));
+        long rows = std::max(0L, UIKitMessaging::ask<long>(m_dataSource.get(), OBJC_SEL("tableView:numberOfRowsInSection:"), self, section).value_or(0));
         geometry.rowOffsets.reserve(static_cast<size_t>(rows) + 1);
-        bool asksHeights = UIKitMessaging::lookUp(m_delegate, OBJC_SEL("tableView:heightForRowAtIndexPath:"), typeid(objc::CanonicalIMP<double, NSObject*, NSObject*>)) == UIKitMessaging::Lookup::Matches;
+        bool asksHeights = UIKitMessaging::lookUp(m_delegate.get(), OBJC_SEL("tableView:heightForRowAtIndexPath:"), typeid(objc::CanonicalIMP<double, NSObject*, NSObject*>)) == UIKitMessaging::Lookup::Matches;
         double y = 0;
         for (long row = 0; row < rows; ++row) {
             double height = m_rowHeight;
             if (asksHeights) {
                 auto indexPath = NSIndexPath::indexPathForRowInSection(row, section);
-                height = std::max(0.0, objc::send<double>(m_delegate, OBJC_SEL("tableView:heightForRowAtIndexPath:"), self, static_cast<NSObject*>(indexPath.get())));
+                height = std::max(0.0, objc::send<double>(m_delegate.get(), OBJC_SEL("tableView:heightForRowAtIndexPath:"), self, static_cast<NSObject*>(indexPath.get())));
             }
             y += height;
             geometry.rowOffsets.push_back(y);
@@ -235,7 +235,7 @@ void UITableView::cellWasTapped(UITableViewCell* cell)
     RefPtr<UITableView> protect(this);
     RefPtr<NSIndexPath> indexPath = cell->tableIndexPath();
     selectRowAtIndexPath(indexPath.get());
-    UIKitMessaging::tell(m_delegate, OBJC_SEL("tableView:didSelectRowAtIndexPath:"), static_cast<NSObject*>(this), static_cast<NSObject*>(indexPath.get()));
+    UIKitMessaging::tell(m_delegate.get(), OBJC_SEL("tableView:didSelectRowAtIndexPath:"), static_cast<NSObject*>(this), static_cast<NSObject*>(indexPath.get()));
 }
 
 void UITableView::layoutSubviews()
@@ -299,7 +299,7 @@ void UITableView::loadVisibleRows(CGRect visible)
             }
             auto indexPath = NSIndexPath::indexPathForRowInSection(row, sectionIndex);
             ++m_cellsRequested;
-            StrongId answer = objc::send<StrongId>(m_dataSource, OBJC_SEL("tableView:cellForRowAtIndexPath:"), static_cast<NSObject*>(this), static_cast<NSObject*>(indexPath.get()));
+            StrongId answer = objc::send<StrongId>(m_dataSource.get(), OBJC_SEL("tableView:cellForRowAtIndexPath:"), static_cast<NSObject*>(this), static_cast<NSObject*>(indexPath.get()));
             RefPtr<UITableViewCell> cell = objc::castRef<UITableViewCell>(answer);
             // UIKit raises on a missing cell; an empty row is kinder.
             if (!cell)
@@ -318,7 +318,7 @@ void UITableView::loadVisibleRows(CGRect visible)
 RefPtr<UIView> UITableView::requestSupplementaryView(long section, Supplementary kind)
 {
     objc::SEL selector = kind == Supplementary::Header ? OBJC_SEL("tableView:viewForHeaderInSection:") : OBJC_SEL("tableView:viewForFooterInSection:");
-    auto view = UIKitMessaging::ask<StrongId>(m_delegate, selector, static_cast<NSObject*>(this), section);
+    auto view = UIKitMessaging::ask<StrongId>(m_delegate.get(), selector, static_cast<NSObject*>(this), section);
     if (!view)
         return nullptr;
     ++m_supplementaryViewsRequested;

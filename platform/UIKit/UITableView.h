@@ -41,7 +41,8 @@ enum UITableViewCellSeparatorStyle : int {
 // reuse identifier.
 //
 // The data source and the delegate are not retained, as in UIKit: their
-// owner keeps them alive while the table may ask them.
+// owner keeps them alive while the table may ask them (they are usually its
+// controller, which holds the table). Once gone they read as none.
 //
 // Simplified: separator lines are never drawn (separatorStyle is kept for
 // callers), there are no table header or footer views, no editing, no
@@ -139,10 +140,9 @@ private:
     RefPtr<UIView> requestSupplementaryView(long section, Supplementary);
 
     UITableViewStyle m_style { UITableViewStylePlain };
-    // Kept alive by the table (UIKit does not), so that a data source freed
-    // first can never be messaged.
-    RefPtr<NSObject> m_dataSource;
-    RefPtr<NSObject> m_delegate;
+    // Weak, so that a data source freed first is never messaged.
+    WeakPtr<NSObject> m_dataSource;
+    WeakPtr<NSObject> m_delegate;
     double m_rowHeight { 44 };
     double m_sectionHeaderHeight { 22 };
     double m_sectionFooterHeight { 22 };

@@ -5,12 +5,40 @@
 
 #include <atomic>
 #include <cstdio>
+#include <utility>
 
 static std::atomic<long> s_liveObjectCount;
 
 NSObject::NSObject() { s_liveObjectCount.fetch_add(1, std::memory_order_relaxed); }
 
-NSObject::~NSObject() { s_liveObjectCount.fetch_sub(1, std::memory_order_relaxed); }
+NSObject::~NSObject()
+{
+    clearWeakReference();
+    s_liveObjectCount.fetch_sub(1, std::memory_order_relaxed);
+}
+
+// Weak references go null before any destructor runs, so an object that is
+// being torn down can no longer be reached (and messaged) through them.
+void NSObject::destroy() const
+{
+    clearWeakReference();
+    delete this;
+}
+
+void NSObject::clearWeakReference() const
+{
+    if (!m_weakReference)
+        return;
+    m_weakReference->clear();
+    std::exchange(m_weakReference, nullptr)->deref();
+}
+
+objc::WeakReference& NSObject::weakReference() const
+{
+    if (!m_weakReference)
+        m_weakReference = new objc::WeakReference(const_cast<NSObject*>(this));
+    return *m_weakReference;
+}
 
 long NSObject::liveObjectCount() { return s_liveObjectCount.load(std::memory_order_relaxed); }
 

@@ -5,8 +5,36 @@
 
 #include <string>
 
+class NSObject;
+
 namespace objc {
 class Class;
+
+// The block a weak reference holds instead of its object: the object keeps
+// one reference to it and forgets it (get() becomes null) as it goes away;
+// the weak references keep the others, so the block outlives the object.
+class WeakReference {
+public:
+    explicit WeakReference(NSObject* object)
+        : m_object(object)
+    {
+    }
+    WeakReference(const WeakReference&) = delete;
+    WeakReference& operator=(const WeakReference&) = delete;
+
+    void ref() { ++m_refCount; }
+    void deref()
+    {
+        if (--m_refCount == 0)
+            delete this;
+    }
+    NSObject* get() const { return m_object; }
+    void clear() { m_object = nullptr; }
+
+private:
+    NSObject* m_object;
+    int m_refCount { 1 };
+};
 }
 
 // The root class. Every object the runtime can message derives from it: it is
@@ -23,7 +51,7 @@ public:
     void deref() const
     {
         if (--m_refCount == 0)
-            delete this;
+            destroy();
     }
     int retainCount() const { return m_refCount; }
 
@@ -42,8 +70,33 @@ public:
     // nothing accumulates.
     static long liveObjectCount();
 
+    // The block weak references to this object share (see WeakPtr).
+    objc::WeakReference& weakReference() const;
+
 private:
+    void destroy() const;
+    void clearWeakReference() const;
+
     mutable int m_refCount { 1 };
+    mutable objc::WeakReference* m_weakReference { nullptr };
+};
+
+// A reference that does not keep its object alive and reads null once the
+// object is gone, like Objective-C's __weak.
+template<typename T>
+class WeakPtr {
+public:
+    WeakPtr() = default;
+    WeakPtr(T* object)
+        : m_reference(object ? &object->weakReference() : nullptr)
+    {
+    }
+
+    T* get() const { return m_reference ? static_cast<T*>(m_reference->get()) : nullptr; }
+    explicit operator bool() const { return get(); }
+
+private:
+    RefPtr<objc::WeakReference> m_reference;
 };
 
 using id = NSObject*;

@@ -137,7 +137,8 @@ TEST_F(Controls, APickerAsksItsDataSourceAndTellsItsDelegateOfPicks)
     picker->dumpProperties(node);
     EXPECT_EQ(node["selected"], nlohmann::json({ 4, 2 }));
 
-    picker->setDataSource(make<WrongSource>().get());
+    auto wrong = make<WrongSource>();
+    picker->setDataSource(wrong.get());
     EXPECT_EQ(picker->numberOfComponents(), 0);
 }
 

@@ -1,5 +1,6 @@
 #include "EventsTestSupport.h"
 
+#include <UIKit/UIControl.h>
 #include <UIKit/UILongPressGestureRecognizer.h>
 #include <UIKit/UISwipeGestureRecognizer.h>
 #include <UIKit/UITapGestureRecognizer.h>
@@ -68,7 +69,8 @@ TEST_F(GestureRecognizer, ActionsGoThroughTheRuntimeWithTheRecogniser)
     auto recognizer = tapRecognizer(log.get(), "single:");
     recognizer->addTarget(log.get(), OBJC_SEL("bare"));
     // A target without the method is reported, not crashed on.
-    recognizer->addTarget(make<NSObject>().get(), OBJC_SEL("missing:"));
+    auto stranger = make<NSObject>();
+    recognizer->addTarget(stranger.get(), OBJC_SEL("missing:"));
     view->addGestureRecognizer(recognizer.get());
     MSHookMessageEx(ActionLog::classObject(), OBJC_SEL("single:"), &hookedSingle, &originalSingle);
 
@@ -247,4 +249,39 @@ TEST_F(GestureRecognizer, ARecogniserTakenOffItsViewLeavesItsGestureQuietly)
     doomed = nullptr;
     app().sendTouch({ 10, 10 }, UITouchPhaseEnded);
     EXPECT_EQ(log->entries.back(), "press:began");
+}
+
+TEST_F(GestureRecognizer, TargetsAreNotKeptAliveAndAreSkippedOnceGone)
+{
+    // A view whose recognisers and control target the view itself (the
+    // usual shape of a panel) is freed with its last outside reference.
+    long before = NSObject::liveObjectCount();
+    {
+        auto panel = make<UIView>(CGRectMake(0, 0, 100, 100));
+        auto child = make<UIView>(CGRectMake(0, 0, 50, 50));
+        auto button = make<UIControl>(CGRectMake(50, 50, 50, 50));
+        panel->addSubview(child.get());
+        panel->addSubview(button.get());
+        panel->addGestureRecognizer(tapRecognizer(panel.get(), "single:").get());
+        child->addGestureRecognizer(make<UILongPressGestureRecognizer>(panel.get(), OBJC_SEL("press:")).get());
+        button->addTarget(panel.get(), OBJC_SEL("button:"), UIControlEventTouchUpInside);
+        button->addTarget(button.get(), OBJC_SEL("changed:"), UIControlEventTouchUpInside);
+    }
+    // The layout queue holds views until it runs.
+    UIView::layoutPendingViews();
+    EXPECT_EQ(NSObject::liveObjectCount(), before);
+
+    // A target that went away is not messaged; the others still are.
+    auto view = addView(CGRectMake(0, 0, 100, 100));
+    auto gone = make<ActionLog>();
+    auto recognizer = tapRecognizer(gone.get(), "single:");
+    recognizer->addTarget(log.get(), OBJC_SEL("single:"));
+    view->addGestureRecognizer(recognizer.get());
+    auto button = addView<UIControl>(CGRectMake(0, 100, 100, 100));
+    button->addTarget(gone.get(), OBJC_SEL("button:"), UIControlEventTouchUpInside);
+    button->addTarget(log.get(), OBJC_SEL("button:"), UIControlEventTouchUpInside);
+    gone = nullptr;
+    app().tapAt({ 50, 50 });
+    app().tapAt({ 50, 150 });
+    EXPECT_EQ(log->entries, (Entries { "single:ended", "button" }));
 }

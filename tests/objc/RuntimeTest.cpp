@@ -145,3 +145,18 @@ TEST(Runtime, HiddenClassesAreAbsentOnlyForLookupsByName)
     EXPECT_EQ(objc_getClass("Animal"), nullptr);
     EXPECT_EQ(send<std::string>(make<Dog>(), "speak"), "woof!?");
 }
+
+TEST(Runtime, WeakReferencesReadNullOnceTheObjectIsGone)
+{
+    auto dog = make<Dog>();
+    WeakPtr<Animal> weak(dog.get());
+    WeakPtr<Animal> other(dog.get());
+    WeakPtr<Animal> none;
+    EXPECT_EQ(weak.get(), dog.get());
+    EXPECT_EQ(dog->retainCount(), 1);
+    EXPECT_FALSE(none);
+
+    dog = nullptr;
+    EXPECT_FALSE(weak);
+    EXPECT_EQ(other.get(), nullptr);
+}
