@@ -20,6 +20,14 @@ RefPtr<UILabel> makeOverlayLabel(const char* name, RefPtr<UIColor> textColor, in
     return label;
 }
 
+RefPtr<UIImageView> makeOverlayImageView(const char* name)
+{
+    auto view = UIImageView::create();
+    view->setName(name);
+    view->setUserInteractionEnabled(false);
+    return view;
+}
+
 std::string kavelinBundleImagePath(const char* name)
 {
     auto bundle = NSBundle::bundleWithPath("/Library/Application Support/Kavelin/KavelinBundle.bundle");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <UIKit/UIImageView.h>
 #include <UIKit/UILabel.h>
 
 class CVNotificationRow;
@@ -10,6 +11,9 @@ class KVSettings;
 // A centred, untouchable "HelveticaNeue-Light" 14 label that shrinks its
 // text to fit the width; `lines` 0 means any number.
 RefPtr<UILabel> makeOverlayLabel(const char* name, RefPtr<UIColor> textColor, int lines);
+
+// An untouchable image view (the app icon, a notification's picture).
+RefPtr<UIImageView> makeOverlayImageView(const char* name);
 
 // The path of an image of the resource bundle, "" when there is no bundle.
 std::string kavelinBundleImagePath(const char* name);

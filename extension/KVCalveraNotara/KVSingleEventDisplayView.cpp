@@ -38,9 +38,7 @@ KVSingleEventDisplayView::KVSingleEventDisplayView()
     _blurEffectView = addDarkBlur(displayContainerView());
 
     _themeColor = _settings->themeColor();
-    _appIconImageView = UIImageView::create();
-    _appIconImageView->setName("_appIconImageView");
-    _appIconImageView->setUserInteractionEnabled(false);
+    _appIconImageView = makeOverlayImageView("_appIconImageView");
     _eventTypeLabel = makeOverlayLabel("_eventTypeLabel", _themeColor, 3);
     _eventDescriptionLabel = makeOverlayLabel("_eventDescriptionLabel", _themeColor, 0);
     _eventDescriptionLabel->setLineBreakMode(NSLineBreakByWordWrapping);

@@ -73,15 +73,11 @@ KVSingleNotificationDisplayView::KVSingleNotificationDisplayView()
     _blurEffectView = addDarkBlur(displayContainerView());
 
     _themeColor = _settings->themeColor();
-    _appIconImageView = UIImageView::create();
-    _appIconImageView->setName("_appIconImageView");
-    _appIconImageView->setUserInteractionEnabled(false);
+    _appIconImageView = makeOverlayImageView("_appIconImageView");
     _appNameLabel = makeOverlayLabel("_appNameLabel", _themeColor, 2);
     _notificationDescriptionLabel = makeOverlayLabel("_notificationDescriptionLabel", _themeColor, 0);
     _notificationDescriptionLabel->setLineBreakMode(NSLineBreakByWordWrapping);
-    _attachmentImageView = UIImageView::create();
-    _attachmentImageView->setName("_attachmentImageView");
-    _attachmentImageView->setUserInteractionEnabled(false);
+    _attachmentImageView = makeOverlayImageView("_attachmentImageView");
     _attachmentImageView->layer().setCornerRadius(5);
     _attachmentImageView->setClipsToBounds(true);
 
