@@ -23,23 +23,14 @@
 #include <host/SimulatedHost.h>
 #include <host/SpringBoard/SBBacklightController.h>
 
+#include "support/FixedPreferences.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
 #include <memory>
 
 namespace {
-
-// Preferences as a test sets them; any other key answers its fallback.
-class FixedPreferences final : public CVPreferenceManager {
-public:
-    std::map<std::string, std::string> values;
-    StrongId valueForkey(const std::string& key, const std::string& fallback) const override
-    {
-        auto it = values.find(key);
-        return StrongId(NSString::create(it == values.end() ? fallback : it->second));
-    }
-};
 
 class Overlays : public testing::Test {
 protected:

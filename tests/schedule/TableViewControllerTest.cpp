@@ -18,22 +18,14 @@
 #include <UIKit/UITableView.h>
 #include <host/SimulatedHost.h>
 
+#include "support/FixedPreferences.h"
+
 #include <gtest/gtest.h>
 
 #include <map>
 #include <memory>
 
 namespace {
-
-class FixedPreferences final : public CVPreferenceManager {
-public:
-    std::map<std::string, std::string> values;
-    StrongId valueForkey(const std::string& key, const std::string& fallback) const override
-    {
-        auto it = values.find(key);
-        return StrongId(NSString::create(it == values.end() ? fallback : it->second));
-    }
-};
 
 class TableData : public testing::Test {
 protected:
