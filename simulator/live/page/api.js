@@ -1,0 +1,75 @@
+// The live preview's interface (docs/live-preview.md): every action is scenario lines sent to
+// POST /play; the screen, the dump and the transcript are read back; /events says when they
+// changed.
+
+async function json(response) {
+    try {
+        return await response.json();
+    } catch {
+        return { ok: false, errors: [`${response.status} ${response.statusText}`] };
+    }
+}
+
+// Plays lines; answers the server's JSON with the HTTP status added. A mistake (400) carries
+// `errors`, a failed expect `failed`; a cancelled play says so.
+export async function play(lines) {
+    const text = Array.isArray(lines) ? lines.join('\n') : lines;
+    const response = await fetch('/play', { method: 'POST', headers: { 'Content-Type': 'text/plain; charset=utf-8' }, body: text });
+    const answer = await json(response);
+    answer.status = response.status;
+    return answer;
+}
+
+export async function cancel() {
+    await fetch('/cancel', { method: 'POST' });
+}
+
+export async function dump() {
+    const response = await fetch('/dump.json', { cache: 'no-store' });
+    return response.ok ? response.json() : null;
+}
+
+export async function transcript() {
+    const response = await fetch('/transcript.scenario', { cache: 'no-store' });
+    return response.ok ? response.text() : '';
+}
+
+// The settings pane as the extension ships it, with each key's current value; null when the
+// server has none to give.
+export async function settings() {
+    const response = await fetch('/settings.json', { cache: 'no-store' });
+    return response.ok ? response.json() : null;
+}
+
+// Stores a file the user picked (an .ics calendar) where the phone's scenario lines can name it.
+export async function upload(file) {
+    const response = await fetch(`/upload?name=${encodeURIComponent(file.name)}`, {
+        method: 'POST', headers: { 'Content-Type': 'application/octet-stream' }, body: file,
+    });
+    const answer = await json(response);
+    answer.status = response.status;
+    return answer;
+}
+
+// One EventSource for the page's life; the browser reconnects it by itself after a drop.
+export function listen({ onChange, onProgress, onOpen, onClose }) {
+    const source = new EventSource('/events');
+    source.onopen = onOpen;
+    source.onerror = onClose;
+    const handle = (event) => {
+        let data = {};
+        try {
+            data = JSON.parse(event.data || '{}');
+        } catch {
+            // A plain-text event still means the screen changed.
+        }
+        if (event.type === 'progress' || data.kind === 'progress' || data.type === 'progress')
+            onProgress(data);
+        else
+            onChange(data);
+    };
+    source.onmessage = handle;
+    for (const name of ['change', 'screen', 'progress', 'restart'])
+        source.addEventListener(name, handle);
+    return source;
+}

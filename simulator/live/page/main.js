@@ -1,0 +1,141 @@
+// The live preview page: wires the screen, inspector, controls, world editors, settings and the
+// transcript to the server, and keeps them current from the event stream.
+import * as api from './api.js';
+import { Controls } from './controls.js';
+import { Inspector } from './inspector.js';
+import { Screen } from './screen.js';
+import { Settings } from './settings.js';
+import { Transcript } from './transcript.js';
+import { World } from './world.js';
+
+// Runs `task`; calls that arrive while it runs collapse into one more run after it.
+function coalesced(task) {
+    let running = null;
+    let again = false;
+    const run = async () => {
+        if (running) {
+            again = true;
+            return running;
+        }
+        running = (async () => {
+            do {
+                again = false;
+                try {
+                    await task();
+                } catch {
+                    // The next change event tries again.
+                }
+            } while (again);
+            running = null;
+        })();
+        return running;
+    };
+    return run;
+}
+
+class App {
+    constructor() {
+        this.dump = null;
+        this.inspector = new Inspector(this);
+        this.screen = new Screen(this);
+        this.controls = new Controls(this);
+        this.world = new World(this);
+        this.settings = new Settings(this);
+        this.transcript = new Transcript(this);
+        this.playing = 0;
+        this.refreshDump = coalesced(async () => {
+            this.dump = await api.dump();
+            this.controls.update(this.dump, this.transcript.lines);
+            this.inspector.dumpChanged();
+            this.screen.fitToDump();
+        });
+        this.refreshTranscript = coalesced(async () => this.transcript.update(await api.transcript()));
+        for (const tab of document.querySelectorAll('[data-tab]'))
+            tab.addEventListener('click', () => this.showTab(tab.dataset.tab));
+        document.getElementById('cancel').addEventListener('click', () => api.cancel());
+        api.listen({
+            onOpen: () => this.setStatus('live', 'live'),
+            onClose: () => this.setStatus('down', 'reconnecting…'),
+            onChange: () => this.changed(),
+            onProgress: (progress) => this.showProgress(progress),
+        });
+        this.changed();
+        this.settings.load();
+    }
+
+    changed() {
+        this.screen.refresh();
+        this.refreshDump();
+        this.refreshTranscript();
+    }
+
+    // Plays scenario lines and shows what came of them; answers the server's JSON.
+    async play(lines, { quiet = false } = {}) {
+        const text = Array.isArray(lines) ? lines.join('\n') : lines;
+        const before = this.transcript.lines.length;
+        this.showLastLine(text, 'pending');
+        ++this.playing;
+        let answer;
+        try {
+            answer = await api.play(text);
+        } catch (error) {
+            answer = { ok: false, status: 0, errors: [`the server did not answer (${error.message})`] };
+        } finally {
+            --this.playing;
+        }
+        if (this.playing === 0)
+            this.hideProgress();
+        if (answer.status === 400 || answer.status === 0 || answer.status >= 403) {
+            this.showLastLine(`${text} — ${(answer.errors ?? [answer.error ?? `refused (${answer.status})`]).join('; ')}`, 'error');
+            if (!quiet)
+                this.transcript.showErrors(answer.errors ?? []);
+            return answer;
+        }
+        this.showLastLine(text, answer.failed ? 'failed' : answer.cancelled ? 'cancelled' : 'ok');
+        this.changed();
+        if (answer.failed) {
+            await this.refreshTranscript();
+            this.transcript.markFailed(before, answer.failed);
+        }
+        return answer;
+    }
+
+    showLastLine(text, state) {
+        const shown = document.getElementById('last-line');
+        shown.textContent = text;
+        shown.className = `last-line ${state}`;
+    }
+
+    showLatency(milliseconds) {
+        document.getElementById('gesture-hint').dataset.latency = `${Math.round(milliseconds)} ms to picture`;
+    }
+
+    showTab(name) {
+        for (const tab of document.querySelectorAll('[data-tab]'))
+            tab.setAttribute('aria-selected', String(tab.dataset.tab === name));
+        for (const panel of document.querySelectorAll('[data-panel]'))
+            panel.hidden = panel.dataset.panel !== name;
+    }
+
+    setStatus(state, text) {
+        document.getElementById('status').dataset.state = state;
+        document.getElementById('status-text').textContent = text;
+    }
+
+    showProgress(progress) {
+        const fraction = Number(progress.fraction ?? progress.progress ?? (progress.total ? progress.done / progress.total : 0));
+        document.getElementById('progress').hidden = false;
+        document.getElementById('progress-text').textContent =
+            `Playing ${progress.line ?? ''}${Number.isFinite(fraction) ? ` · ${Math.round(fraction * 100)}%` : ''}`;
+        document.getElementById('progress-fill').style.width = `${Math.max(0, Math.min(1, fraction)) * 100}%`;
+        if (progress.finished || fraction >= 1)
+            this.hideProgress();
+        this.screen.refresh();
+    }
+
+    hideProgress() {
+        document.getElementById('progress').hidden = true;
+    }
+}
+
+window.kavelin = new App();

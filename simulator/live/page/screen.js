@@ -1,0 +1,176 @@
+// The phone's screen: the latest screenshot drawn at the screen's size in points, and the mouse
+// turned into fingers (gestures.js) or, while inspecting, into questions about the view under it.
+import { classify, wheelLine, longPressSeconds } from './gestures.js';
+import { answersDoubleTap, pathAt } from './dumpTree.js';
+import { line, points } from './scenarioText.js';
+
+const doubleTapWindow = 300;   // ms a first tap waits for a second where a double tap is answered
+const wheelQuiet = 120;        // ms of wheel silence that ends one scroll
+
+export class Screen {
+    constructor(app) {
+        this.app = app;
+        this.image = document.getElementById('shot');
+        this.surface = document.getElementById('screen');
+        this.touchMark = document.getElementById('touch');
+        this.trace = null;
+        this.pendingTap = null;
+        this.wheel = null;
+        this.loading = false;
+        this.again = false;
+        this.version = 0;
+        this.clickedAt = null;           // when the last gesture was released (for the picture's latency)
+        this.latencies = [];             // ms from release to the new picture, for the browser tests
+        this.bindPointer();
+        this.image.addEventListener('load', () => this.loaded());
+        this.image.addEventListener('error', () => this.loaded());
+    }
+
+    // Loads the picture again; calls that arrive during a load collapse into one more load.
+    refresh() {
+        if (this.loading) {
+            this.again = true;
+            return;
+        }
+        this.loading = true;
+        this.requestedAt = performance.now();
+        this.image.src = `/shot.png?v=${++this.version}`;
+    }
+
+    loaded() {
+        this.loading = false;
+        if (this.clickedAt !== null && this.requestedAt >= this.clickedAt && this.image.naturalWidth) {
+            const latency = performance.now() - this.clickedAt;
+            this.latencies.push(latency);
+            this.clickedAt = null;
+            this.app.showLatency(latency);
+        }
+        this.fitToDump();
+        if (this.again) {
+            this.again = false;
+            this.refresh();
+        }
+    }
+
+    // The screen is drawn at its size in points; the picture has the device's scale in it.
+    fitToDump() {
+        const screen = this.app.dump?.screen;
+        const scale = screen?.scale || 2;
+        const width = this.image.naturalWidth ? this.image.naturalWidth / scale : screen?.width;
+        const height = this.image.naturalHeight ? this.image.naturalHeight / scale : screen?.height;
+        if (!width || !height)
+            return;
+        this.surface.style.width = `${width}px`;
+        this.surface.style.height = `${height}px`;
+        document.getElementById('phone').classList.toggle('landscape', width > height);
+    }
+
+    pointAt(event) {
+        const box = this.surface.getBoundingClientRect();
+        const width = parseFloat(this.surface.style.width) || box.width;
+        return { x: (event.clientX - box.left) * (width / box.width), y: (event.clientY - box.top) * (width / box.width), t: event.timeStamp };
+    }
+
+    bindPointer() {
+        const surface = this.surface;
+        surface.addEventListener('pointerdown', (event) => {
+            if (event.button !== 0)
+                return;
+            surface.setPointerCapture(event.pointerId);
+            this.trace = [this.pointAt(event)];
+            this.showTouch(this.trace[0], true);
+            this.holdTimer = setTimeout(() => this.touchMark.classList.add('held'), longPressSeconds * 1000);
+        });
+        surface.addEventListener('pointermove', (event) => {
+            const point = this.pointAt(event);
+            if (this.trace) {
+                this.trace.push(point);
+                this.showTouch(point, true);
+            }
+            this.app.inspector.hover(point);
+        });
+        surface.addEventListener('pointerleave', () => this.app.inspector.hover(null));
+        surface.addEventListener('pointerup', (event) => {
+            if (!this.trace)
+                return;
+            this.trace.push(this.pointAt(event));
+            const trace = this.trace;
+            this.trace = null;
+            clearTimeout(this.holdTimer);
+            this.showTouch(null);
+            this.released(trace);
+        });
+        surface.addEventListener('pointercancel', () => {
+            this.trace = null;
+            clearTimeout(this.holdTimer);
+            this.showTouch(null);
+        });
+        surface.addEventListener('wheel', (event) => {
+            event.preventDefault();
+            this.wheeled(this.pointAt(event), event.deltaX, event.deltaY);
+        }, { passive: false });
+        surface.addEventListener('contextmenu', (event) => event.preventDefault());
+    }
+
+    released(trace) {
+        const dump = this.app.dump;
+        if (this.app.inspector.active) {
+            this.app.inspector.pin(trace[0]);
+            return;
+        }
+        const gesture = classify(trace, dump);
+        if (!gesture.startsWith('tap ')) {
+            this.send(gesture);
+            return;
+        }
+        // A second tap soon after the first at the same place is one double tap, where a view
+        // under the finger answers double taps; elsewhere a tap goes at once.
+        const first = trace[0];
+        if (this.pendingTap && Math.hypot(this.pendingTap.x - first.x, this.pendingTap.y - first.y) < 12) {
+            clearTimeout(this.pendingTap.timer);
+            this.pendingTap = null;
+            this.send(line('doubletap', `${points(first.x)},${points(first.y)}`));
+            return;
+        }
+        if (answersDoubleTap(pathAt(dump, first.x, first.y, { touchable: true }))) {
+            this.pendingTap = { x: first.x, y: first.y, timer: setTimeout(() => {
+                this.pendingTap = null;
+                this.send(gesture);
+            }, doubleTapWindow) };
+            return;
+        }
+        this.send(gesture);
+    }
+
+    send(gestureLine) {
+        this.clickedAt = performance.now();
+        this.app.play(gestureLine);
+    }
+
+    // Wheel steps add up until the wheel rests, then go as one scroll.
+    wheeled(point, deltaX, deltaY) {
+        if (!this.wheel)
+            this.wheel = { point, deltaX: 0, deltaY: 0 };
+        this.wheel.deltaX += deltaX;
+        this.wheel.deltaY += deltaY;
+        clearTimeout(this.wheel.timer);
+        this.wheel.timer = setTimeout(() => {
+            const { point: at, deltaX: dx, deltaY: dy } = this.wheel;
+            this.wheel = null;
+            const scroll = wheelLine(this.app.dump, at.x, at.y, dx, dy);
+            if (scroll)
+                this.send(scroll);
+        }, wheelQuiet);
+    }
+
+    showTouch(point, pressed) {
+        this.touchMark.hidden = !point || this.app.inspector.active;
+        if (!point) {
+            this.touchMark.classList.remove('held');
+            return;
+        }
+        this.touchMark.style.left = `${point.x}px`;
+        this.touchMark.style.top = `${point.y}px`;
+        this.touchMark.classList.toggle('pressed', !!pressed);
+    }
+}

@@ -1,0 +1,92 @@
+// The transcript (every line played, from GET /transcript.scenario) and the command line under
+// it, where any scenario line can be typed; a mistake shows the parser's message in place.
+export class Transcript {
+    constructor(app) {
+        this.app = app;
+        this.list = document.getElementById('transcript');
+        this.input = document.getElementById('command-line');
+        this.errors = document.getElementById('command-errors');
+        this.lines = [];
+        this.failures = new Map();   // transcript line number -> messages of the expects that failed there
+        this.history = [];
+        this.historyIndex = 0;
+        document.getElementById('command').addEventListener('submit', (event) => {
+            event.preventDefault();
+            this.submit();
+        });
+        this.input.addEventListener('keydown', (event) => this.browseHistory(event));
+        this.input.addEventListener('input', () => this.showErrors([]));
+    }
+
+    async submit() {
+        const text = this.input.value;
+        if (!text.trim())
+            return;
+        this.history.push(text);
+        this.historyIndex = this.history.length;
+        const answer = await this.app.play(text, { quiet: true });
+        if (answer.status === 400) {
+            this.showErrors(answer.errors ?? ['the server refused the line']);
+            return;
+        }
+        this.input.value = '';
+    }
+
+    browseHistory(event) {
+        if (event.key !== 'ArrowUp' && event.key !== 'ArrowDown')
+            return;
+        event.preventDefault();
+        this.historyIndex = Math.max(0, Math.min(this.history.length, this.historyIndex + (event.key === 'ArrowUp' ? -1 : 1)));
+        this.input.value = this.history[this.historyIndex] ?? '';
+    }
+
+    showErrors(messages) {
+        this.errors.replaceChildren(...messages.map((message) => {
+            const item = document.createElement('div');
+            item.textContent = message;
+            return item;
+        }));
+    }
+
+    // Failed expects are marked on the lines just played (they are in the transcript too).
+    markFailed(firstNewLine, messages) {
+        for (let number = firstNewLine; number < this.lines.length; ++number)
+            this.failures.set(number, messages);
+        this.render();
+    }
+
+    update(text) {
+        const lines = text.split('\n');
+        if (lines[lines.length - 1] === '')
+            lines.pop();
+        if (lines.length < this.lines.length)
+            this.failures.clear();    // a fresh host: the transcript was played again from its start
+        const grew = lines.length !== this.lines.length;
+        this.lines = lines;
+        this.render();
+        if (grew)
+            this.list.scrollTop = this.list.scrollHeight;
+    }
+
+    render() {
+        this.list.replaceChildren(...this.lines.map((text, index) => {
+            const item = document.createElement('li');
+            item.textContent = text;
+            if (/^\s*(#|$)/.test(text))
+                item.className = 'comment';
+            const failed = this.failures.get(index);
+            if (failed) {
+                item.classList.add('failed');
+                const why = document.createElement('div');
+                why.className = 'why';
+                why.textContent = failed.join('\n');
+                item.append(why);
+            }
+            item.addEventListener('click', () => {
+                this.input.value = text;
+                this.input.focus();
+            });
+            return item;
+        }));
+    }
+}

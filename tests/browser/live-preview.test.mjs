@@ -1,0 +1,187 @@
+// The live preview in a real browser: kavelin-sim --live serving the page to headless Chromium,
+// driven as a user would drive it. One session for the file; the tests run in order on it.
+import { after, before, describe, test } from 'node:test';
+import assert from 'node:assert/strict';
+import { readFileSync } from 'node:fs';
+import { join } from 'node:path';
+import { playScenario, startSession, stopSession } from './session.mjs';
+
+let session;
+let page;
+
+const dump = () => page.evaluate(async () => (await fetch('/dump.json', { cache: 'no-store' })).json());
+
+function find(node, test) {
+    if (test(node))
+        return node;
+    for (const child of node.children ?? []) {
+        const found = find(child, test);
+        if (found)
+            return found;
+    }
+    return null;
+}
+const findInDump = (tree, test) => tree.windows.map((window) => find(window, test)).find(Boolean) ?? null;
+const named = (tree, name) => findInDump(tree, (node) => node.name === name);
+
+// Waits (bounded) until the dump satisfies `test`, answering the last dump seen.
+async function dumpWhere(test, what) {
+    const deadline = Date.now() + 10_000;
+    let last;
+    while (Date.now() < deadline) {
+        last = await dump();
+        if (test(last))
+            return last;
+        await page.waitForTimeout(100);
+    }
+    assert.fail(`the dump never showed ${what}`);
+}
+
+// The picture the page shows now, as a digest of its pixels, once the image has finished loading.
+async function shownPicture() {
+    await page.waitForFunction(() => {
+        const image = document.getElementById('shot');
+        return image.complete && image.naturalWidth > 0 && !window.kavelin.screen.loading;
+    });
+    return page.evaluate(() => {
+        const image = document.getElementById('shot');
+        const canvas = document.createElement('canvas');
+        canvas.width = image.naturalWidth;
+        canvas.height = image.naturalHeight;
+        const context = canvas.getContext('2d');
+        context.drawImage(image, 0, 0);
+        const pixels = context.getImageData(0, 0, canvas.width, canvas.height).data;
+        let digest = 0;
+        const colours = new Set();
+        for (let i = 0; i < pixels.length; i += 4) {
+            digest = (digest * 31 + pixels[i] * 65536 + pixels[i + 1] * 256 + pixels[i + 2]) >>> 0;
+            if (i % 64 === 0)
+                colours.add((pixels[i] << 16) | (pixels[i + 1] << 8) | pixels[i + 2]);
+        }
+        return { digest, colours: colours.size, width: image.naturalWidth, height: image.naturalHeight };
+    });
+}
+
+// Waits until the page shows a picture other than `before`.
+async function pictureOtherThan(before) {
+    const deadline = Date.now() + 10_000;
+    while (Date.now() < deadline) {
+        const now = await shownPicture();
+        if (now.digest !== before.digest)
+            return now;
+        await page.waitForTimeout(100);
+    }
+    assert.fail('the picture on the page never changed');
+}
+
+// A point of the phone's screen, in the page's coordinates.
+async function onScreen(x, y) {
+    const box = await page.locator('#screen').boundingBox();
+    return { x: box.x + x, y: box.y + y };
+}
+
+async function centreOf(node) {
+    const [x, y, width, height] = node.screen;
+    return onScreen(x + width / 2, y + height / 2);
+}
+
+const transcriptLines = () => page.locator('#transcript li').allTextContents();
+
+describe('live preview in Chromium', { timeout: 120_000 }, () => {
+    before(async () => {
+        session = await startSession();
+        page = session.page;
+    });
+    after(async () => {
+        if (session)
+            await stopSession(session);
+    });
+
+    test('the page shows the lock screen at its size in points', async () => {
+        const picture = await shownPicture();
+        assert.deepEqual([picture.width, picture.height], [750, 1334]);
+        assert.ok(picture.colours > 50, `a blank-looking screen (${picture.colours} colours)`);
+        const box = await page.locator('#shot').boundingBox();
+        assert.deepEqual([Math.round(box.width), Math.round(box.height)], [375, 667]);
+        const tree = await dump();
+        assert.equal(tree.host.locked, true);
+        assert.ok(named(tree, '_timeContainerView'), 'the panel is on the lock screen');
+        await page.waitForFunction(() => document.getElementById('status').dataset.state === 'live');
+    });
+
+    test('the inspector names the view under the pointer and turns a property into a check', async () => {
+        const label = named(await dump(), '_legibilityTimeLabel') ?? named(await dump(), '_timeDateLabel');
+        await page.click('#inspect-toggle');
+        const point = await centreOf(label);
+        await page.mouse.move(point.x, point.y);
+        await page.waitForFunction(() => !document.getElementById('highlight').hidden);
+        const target = await page.locator('#highlight-tag').textContent();
+        const deepest = findInDump(await dump(), (node) => node.target === target);
+        assert.ok(deepest, `the highlight names ${target}, which reaches no view`);
+        assert.equal(await page.locator('#inspector-target').textContent(), target);
+        assert.equal(await page.locator('#inspector-class').textContent(), deepest.class);
+
+        await page.mouse.click(point.x, point.y);
+        const row = page.locator('#inspector-properties tr', { has: page.locator('td:first-child', { hasText: /^class$/ }) });
+        await row.locator('button').click();
+        await page.waitForFunction((line) => [...document.querySelectorAll('#transcript li')].some((item) => item.textContent === line),
+            `expect ${target} class "${deepest.class}"`);
+        assert.match(await page.locator('#last-line').getAttribute('class'), /\bok\b/);
+        await page.click('#inspect-toggle');
+    });
+
+    test('the clock control advances the virtual clock', async () => {
+        const before = await dump();
+        await page.click('[data-advance="1m"]');
+        const later = await dumpWhere((tree) => tree.time !== before.time, 'a later time');
+        assert.equal(Date.parse(later.time) - Date.parse(before.time), 60_000);
+        await page.waitForFunction((time) => document.getElementById('time-big').textContent === time.slice(11, 19), later.time);
+        assert.ok((await transcriptLines()).includes('advance 1m'));
+    });
+
+    test('a settings change shows on the screen once the lock screen is built again', async () => {
+        await page.click('[data-tab="settings"]');
+        const militaryTime = page.locator('.setting[data-key="militaryTime"] input');
+        await militaryTime.waitFor();
+        const before = await shownPicture();
+        const clockBefore = named(await dump(), '_timeDateLabel').text;
+        await militaryTime.check();
+        await page.locator('#settings-notice').waitFor();
+        assert.ok((await transcriptLines()).includes('prefs militaryTime yes'));
+        // Written, but not read yet: the phone shows the same clock until the lock screen is rebuilt.
+        assert.equal(named(await dump(), '_timeDateLabel').text, clockBefore);
+
+        await page.click('#settings-apply');
+        const rebuilt = await dumpWhere((tree) => named(tree, '_timeDateLabel')?.text !== clockBefore, 'a new clock text');
+        assert.match(named(rebuilt, '_timeDateLabel').text, /^\d\d:\d\d\n/);
+        assert.doesNotMatch(named(rebuilt, '_timeDateLabel').text, /AM|PM/);
+        await pictureOtherThan(before);
+    });
+
+    test('a click on the clock opens the clock overlay in the picture', async () => {
+        const before = await shownPicture();
+        const clock = named(await dump(), '_timeContainerView');
+        const point = await centreOf(clock);
+        await page.mouse.click(point.x, point.y);
+        const opened = await dumpWhere((tree) => findInDump(tree, (node) => node.class === 'KVTimeDisplayView' && node.active === true),
+            'the clock overlay');
+        assert.ok(named(opened, '_pickerView'));
+        await pictureOtherThan(before);
+        const lines = await transcriptLines();
+        assert.match(lines.at(-1), /^tap \d+(\.\d+)?,\d+(\.\d+)?$/);
+    });
+
+    test('the downloaded transcript replays with kavelin-sim to the same dump', async () => {
+        await page.click('[data-advance="1s"]');
+        await dumpWhere(() => true, 'an answer');
+        const [download] = await Promise.all([page.waitForEvent('download'), page.click('#download')]);
+        const file = join(session.folder, 'downloaded.scenario');
+        await download.saveAs(file);
+        const live = await dump();
+        const out = join(session.folder, 'replay');
+        const replay = await playScenario(`${readFileSync(file, 'utf8')}\ndump replayed.json\n`, ['--out', out]);
+        assert.equal(replay.status, 0, replay.stderr);
+        assert.deepEqual(JSON.parse(readFileSync(join(out, 'replayed.json'), 'utf8')), live);
+        assert.deepEqual(session.pageErrors ?? [], []);
+    });
+});
