@@ -509,11 +509,26 @@ def render(context, results, cache_path):
     return "\n".join(out)
 
 
+# Sections measured outside the benchmark program (the live preview in a browser) follow this
+# line in the page; writing the page again keeps them as they are.
+KEPT_MARKER = "<!-- Measured outside kavelin-bench: kept as it is when this page is written again. -->"
+
+
+def kept_sections(path):
+    try:
+        with open(path) as f:
+            old = f.read()
+    except FileNotFoundError:
+        return ""
+    at = old.find(KEPT_MARKER)
+    return "" if at < 0 else "\n" + old[at:]
+
+
 def main():
     if len(sys.argv) != 4:
         sys.exit("usage: performance-report.py RESULTS.json CMAKE_CACHE OUTPUT.md")
     context, results = load_results(sys.argv[1])
-    text = render(context, results, sys.argv[2])
+    text = render(context, results, sys.argv[2]) + kept_sections(sys.argv[3])
     with open(sys.argv[3], "w") as f:
         f.write(text)
 

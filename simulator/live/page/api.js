@@ -51,25 +51,25 @@ export async function upload(file) {
     return answer;
 }
 
-// One EventSource for the page's life; the browser reconnects it by itself after a drop.
-export function listen({ onChange, onProgress, onOpen, onClose }) {
+// One EventSource for the page's life; the browser reconnects it by itself after a drop. The
+// server's events (docs/live-preview.md): `screen` (the picture, dump or transcript changed),
+// `progress` (a long line's progress), `busy` (a line started or ended), `phone` (the phone
+// stopped or started again).
+export function listen({ onScreen, onProgress, onBusy, onPhone, onOpen, onClose }) {
     const source = new EventSource('/events');
     source.onopen = onOpen;
     source.onerror = onClose;
-    const handle = (event) => {
-        let data = {};
+    const data = (event) => {
         try {
-            data = JSON.parse(event.data || '{}');
+            return JSON.parse(event.data || '{}');
         } catch {
-            // A plain-text event still means the screen changed.
+            return {};
         }
-        if (event.type === 'progress' || data.kind === 'progress' || data.type === 'progress')
-            onProgress(data);
-        else
-            onChange(data);
     };
-    source.onmessage = handle;
-    for (const name of ['change', 'screen', 'progress', 'restart'])
-        source.addEventListener(name, handle);
+    source.onmessage = (event) => onScreen(data(event));
+    source.addEventListener('screen', (event) => onScreen(data(event)));
+    source.addEventListener('progress', (event) => onProgress(data(event)));
+    source.addEventListener('busy', (event) => onBusy(data(event)));
+    source.addEventListener('phone', (event) => onPhone(data(event)));
     return source;
 }

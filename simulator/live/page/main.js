@@ -56,8 +56,10 @@ class App {
         api.listen({
             onOpen: () => this.setStatus('live', 'live'),
             onClose: () => this.setStatus('down', 'reconnecting…'),
-            onChange: () => this.changed(),
+            onScreen: () => this.changed(),
             onProgress: (progress) => this.showProgress(progress),
+            onBusy: (busy) => this.busy(busy),
+            onPhone: (phone) => this.phone(phone),
         });
         this.changed();
         this.settings.load();
@@ -94,8 +96,12 @@ class App {
         this.showLastLine(text, answer.failed ? 'failed' : answer.cancelled ? 'cancelled' : 'ok');
         this.changed();
         if (answer.failed) {
+            this.showLastLine(`${text} — ${answer.failed.join('; ')}`, 'failed');
             await this.refreshTranscript();
-            this.transcript.markFailed(before, answer.failed);
+            if (this.transcript.lines.length > before)
+                this.transcript.markFailed(before, answer.failed);
+            else
+                this.transcript.showErrors(answer.failed);
         }
         return answer;
     }
@@ -122,18 +128,38 @@ class App {
         document.getElementById('status-text').textContent = text;
     }
 
+    // A line that takes a while shows its progress bar (with Cancel) until it ends; quick lines
+    // end before the bar would show.
+    busy({ busy, line }) {
+        clearTimeout(this.busyTimer);
+        if (!busy) {
+            this.hideProgress();
+            return;
+        }
+        this.busyTimer = setTimeout(() => this.showProgress({ line, fraction: null }), 400);
+    }
+
+    phone({ state, message }) {
+        if (state === 'stopped')
+            this.setStatus('down', `the phone stopped: ${message ?? ''}`);
+        else
+            this.setStatus('live', 'live');
+        this.changed();
+        this.settings.load();
+    }
+
     showProgress(progress) {
-        const fraction = Number(progress.fraction ?? progress.progress ?? (progress.total ? progress.done / progress.total : 0));
+        const fraction = typeof progress.fraction === 'number' ? progress.fraction : null;
         document.getElementById('progress').hidden = false;
         document.getElementById('progress-text').textContent =
-            `Playing ${progress.line ?? ''}${Number.isFinite(fraction) ? ` · ${Math.round(fraction * 100)}%` : ''}`;
-        document.getElementById('progress-fill').style.width = `${Math.max(0, Math.min(1, fraction)) * 100}%`;
-        if (progress.finished || fraction >= 1)
-            this.hideProgress();
-        this.screen.refresh();
+            `Playing ${progress.line ?? ''}${fraction !== null ? ` · ${Math.round(fraction * 100)}%` : ''}${progress.time ? ` · ${progress.time.slice(0, 19).replace('T', ' ')}` : ''}`;
+        const fill = document.getElementById('progress-fill');
+        fill.classList.toggle('unknown', fraction === null);
+        fill.style.width = fraction === null ? '' : `${Math.max(0, Math.min(1, fraction)) * 100}%`;
     }
 
     hideProgress() {
+        clearTimeout(this.busyTimer);
         document.getElementById('progress').hidden = true;
     }
 }

@@ -142,9 +142,12 @@ export class Screen {
         this.send(gesture);
     }
 
+    // The gesture, then the time the user chose to let run after it (the phone's clock stands
+    // still between lines), played together for one new picture.
     send(gestureLine) {
         this.clickedAt = performance.now();
-        this.app.play(gestureLine);
+        const settle = document.getElementById('settle').value;
+        this.app.play(settle ? [gestureLine, line('advance', settle)] : gestureLine);
     }
 
     // Wheel steps add up until the wheel rests, then go as one scroll.
