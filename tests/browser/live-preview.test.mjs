@@ -87,6 +87,10 @@ async function centreOf(node) {
 
 const transcriptLines = () => page.locator('#transcript li').allTextContents();
 
+// Waits (bounded) until the transcript panel shows the line.
+const transcriptShows = (line) =>
+    page.waitForFunction((text) => [...document.querySelectorAll('#transcript li')].some((item) => item.textContent === text), line);
+
 describe('live preview in Chromium', { timeout: 120_000 }, () => {
     before(async () => {
         session = await startSession();
@@ -110,7 +114,7 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
     });
 
     test('the inspector names the view under the pointer and turns a property into a check', async () => {
-        const label = named(await dump(), '_legibilityTimeLabel') ?? named(await dump(), '_timeDateLabel');
+        const label = named(await dump(), '_timeDateLabel');
         await page.click('#inspect-toggle');
         const point = await centreOf(label);
         await page.mouse.move(point.x, point.y);
@@ -124,8 +128,7 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         await page.mouse.click(point.x, point.y);
         const row = page.locator('#inspector-properties tr', { has: page.locator('td:first-child', { hasText: /^class$/ }) });
         await row.locator('button').click();
-        await page.waitForFunction((line) => [...document.querySelectorAll('#transcript li')].some((item) => item.textContent === line),
-            `expect ${target} class "${deepest.class}"`);
+        await transcriptShows(`expect ${target} class "${deepest.class}"`);
         assert.match(await page.locator('#last-line').getAttribute('class'), /\bok\b/);
         await page.click('#inspect-toggle');
     });
@@ -136,7 +139,7 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         const later = await dumpWhere((tree) => tree.time !== before.time, 'a later time');
         assert.equal(Date.parse(later.time) - Date.parse(before.time), 60_000);
         await page.waitForFunction((time) => document.getElementById('time-big').textContent === time.slice(11, 19), later.time);
-        assert.ok((await transcriptLines()).includes('advance 1m'));
+        await transcriptShows('advance 1m');
     });
 
     test('a settings change shows on the screen once the lock screen is built again', async () => {
@@ -147,7 +150,7 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         const clockBefore = named(await dump(), '_timeDateLabel').text;
         await militaryTime.check();
         await page.locator('#settings-notice').waitFor();
-        assert.ok((await transcriptLines()).includes('prefs militaryTime yes'));
+        await transcriptShows('prefs militaryTime yes');
         // Written, but not read yet: the phone shows the same clock until the lock screen is rebuilt.
         assert.equal(named(await dump(), '_timeDateLabel').text, clockBefore);
 
@@ -168,7 +171,8 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         assert.ok(named(opened, '_pickerView'));
         await pictureOtherThan(before);
         const lines = await transcriptLines();
-        assert.match(lines.at(-1), /^tap \d+(\.\d+)?,\d+(\.\d+)?$/);
+        assert.match(lines.at(-2), /^tap \d+(\.\d+)?,\d+(\.\d+)?$/);
+        assert.equal(lines.at(-1), 'advance 500ms');
     });
 
     test('the downloaded transcript replays with kavelin-sim to the same dump', async () => {
