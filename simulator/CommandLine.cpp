@@ -16,6 +16,7 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
     CommandLineOptions& options = commandLine.m_options;
     bool seenOut = false;
     bool seenRoot = false;
+    bool seenRecord = false;
     bool onlyScenarios = false;
 
     auto fail = [&](std::string message) {
@@ -50,23 +51,26 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
             name = argument.substr(0, equals);
             value = argument.substr(equals + 1);
         }
-        if (name != "--out" && name != "--root")
+        if (name != "--out" && name != "--root" && name != "--record")
             return fail("unknown option '" + name + "'");
+        std::string valueName = name == "--record" ? "a mode (missing, all, failed or never)" : "a folder";
         if (!value) {
             if (i + 1 == arguments.size())
-                return fail("option '" + name + "' needs a folder");
+                return fail("option '" + name + "' needs " + valueName);
             value = arguments[++i];
         }
         if (value->empty())
-            return fail("option '" + name + "' needs a folder");
-        bool& seen = name == "--out" ? seenOut : seenRoot;
+            return fail("option '" + name + "' needs " + valueName);
+        bool& seen = name == "--out" ? seenOut : name == "--root" ? seenRoot : seenRecord;
         if (seen)
             return fail("option '" + name + "' is given twice");
         seen = true;
         if (name == "--out")
             options.outputDirectory = *value;
-        else
+        else if (name == "--root")
             options.rootDirectory = *value;
+        else
+            options.recordMode = *value;
     }
     return commandLine;
 }
@@ -74,13 +78,16 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
 std::string CommandLine::usage(std::string_view programName)
 {
     std::string name(programName);
-    return "usage: " + name + " [SCENARIO] [--out DIR] [--root DIR]\n"
+    return "usage: " + name + " [SCENARIO] [--out DIR] [--root DIR] [--record=MODE]\n"
         "\n"
         "Plays SCENARIO (a scenario file, or - for standard input) on the simulated phone;\n"
         "without one, plays the built-in demo.\n"
         "\n"
         "  --out DIR   where shot and dump write (default ./kavelin-out, created if missing)\n"
         "  --root DIR  the device's file system root (default: a fresh temporary folder)\n"
+        "  --record=MODE  what expect-shot does with reference pictures: missing (default:\n"
+        "              record those that do not exist), all, failed (record those missing\n"
+        "              or differing) or never; KAVELIN_RECORD gives the mode when this does not\n"
         "  --help      show this text\n"
         "\n"
         "Exit status: 0 played to the end with every expect holding; 1 an expect failed;\n"

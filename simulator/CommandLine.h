@@ -15,10 +15,13 @@ struct CommandLineOptions {
     std::string outputDirectory { "./kavelin-out" };
     // The device's file system root; absent means a fresh temporary folder.
     std::optional<std::string> rootDirectory;
+    // --record=MODE as written: what expect-shot does with references
+    // (RecordPolicy checks the word).
+    std::optional<std::string> recordMode;
     bool help { false };
 };
 
-// kavelin-sim [SCENARIO] [--out DIR] [--root DIR]. A usage mistake comes back
+// kavelin-sim [SCENARIO] [--out DIR] [--root DIR] [--record=MODE]. A usage mistake comes back
 // as an error message; the caller prints it with `usage()` and exits with 2.
 class CommandLine {
 public:

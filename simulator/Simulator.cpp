@@ -1,6 +1,7 @@
 #include "Simulator.h"
 
 #include "ExtensionLoader.h"
+#include "ShotExpectation.h"
 #include "SoakRunner.h"
 #include "ViewTree.h"
 #include "scenario/ExpectComparison.h"
@@ -19,7 +20,6 @@
 #include <Foundation/VirtualClock.h>
 #include <UIKit/UIApplication.h>
 #include <UIKit/UIImage.h>
-#include <UIKit/UIRenderer.h>
 #include <UIKit/UIScreen.h>
 #include <UIKit/UIView.h>
 #include <host/DeviceModel.h>
@@ -587,8 +587,7 @@ bool Simulator::executeLooking(const Command& command)
         auto path = outputPath(command.as<OutputFileCommand>().fileName);
         std::error_code ignored;
         std::filesystem::create_directories(path.parent_path(), ignored);
-        CGRect screen = UIScreen::mainScreen()->bounds();
-        auto image = UIRenderer::renderWindows(ViewTree::windows(), screen.size, UIScreen::mainScreen()->scale());
+        auto image = ShotExpectation::screenPicture();
         if (!image)
             return fail(command, ExitHostFailed, "the screen could not be drawn");
         if (auto error = image->writePNG(path.string()))
@@ -645,6 +644,15 @@ bool Simulator::executeLooking(const Command& command)
                 path += "." + part;
             std::cerr << command.location() << ": expected " << path << " to be " << describeJson(expect.value) << ", found "
                       << (found ? describeJson(*found) : std::string("nothing there")) << "\n";
+            ++m_failedExpectations;
+        }
+        return true;
+    }
+    case CommandKind::ExpectShot: {
+        auto outcome = ShotExpectation::check(command, m_outputDirectory, m_recordPolicy);
+        m_writtenFiles.insert(m_writtenFiles.end(), outcome.writtenFiles.begin(), outcome.writtenFiles.end());
+        if (!outcome.held) {
+            std::cerr << command.location() << ": " << outcome.message << "\n";
             ++m_failedExpectations;
         }
         return true;

@@ -4,6 +4,8 @@
 #include "DeviceRoot.h"
 #include "scenario/Command.h"
 
+#include <UIKit/RecordPolicy.h>
+
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -36,6 +38,8 @@ public:
     int play(const std::vector<Command>&);
 
     const std::vector<std::filesystem::path>& writtenFiles() const { return m_writtenFiles; }
+    // What expect-shot does with reference pictures (default: record missing ones).
+    void setRecordPolicy(RecordPolicy policy) { m_recordPolicy = policy; }
 
 private:
     // Each answers false when the scenario cannot go on; m_status says why.
@@ -62,6 +66,7 @@ private:
     int m_status { ExitSuccess };
     int m_failedExpectations { 0 };
     std::vector<std::filesystem::path> m_writtenFiles;
+    RecordPolicy m_recordPolicy;
 };
 
 }

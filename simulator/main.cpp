@@ -18,13 +18,15 @@
 
 namespace {
 
-int play(const sim::ScenarioParseResult& parsed, const std::string& output, const std::string& root, bool listWrittenFiles)
+int play(const sim::ScenarioParseResult& parsed, const std::string& output, const std::string& root, const RecordPolicy& recordPolicy,
+    bool listWrittenFiles)
 {
     if (!parsed.ok()) {
         std::cerr << parsed.diagnosticText();
         return sim::ExitCannotPlay;
     }
     sim::Simulator simulator(output, root);
+    simulator.setRecordPolicy(recordPolicy);
     if (auto error = simulator.prepare(); !error.empty()) {
         std::cerr << "kavelin-sim: " << error << "\n";
         return sim::ExitHostFailed;
@@ -40,7 +42,7 @@ int play(const sim::ScenarioParseResult& parsed, const std::string& output, cons
 // Each part of the demo is a boot of its own: the extension's load-time state
 // (its hooks, its single instances) lives as long as the process, exactly as
 // on the phone, so every part plays in a fresh child process.
-int playDemo(const sim::CommandLineOptions& options)
+int playDemo(const sim::CommandLineOptions& options, const RecordPolicy& recordPolicy)
 {
     std::cout << "The demo wrote:\n" << std::flush;
     int worst = sim::ExitSuccess;
@@ -56,7 +58,7 @@ int playDemo(const sim::CommandLineOptions& options)
         }
         if (child == 0) {
             auto parsed = sim::ScenarioParser::parseText(part.scenario, "<demo: " + part.name + ">");
-            int status = play(parsed, options.outputDirectory, root, true);
+            int status = play(parsed, options.outputDirectory, root, recordPolicy, true);
             std::cout << std::flush;
             _exit(status);
         }
@@ -73,6 +75,25 @@ int playDemo(const sim::CommandLineOptions& options)
     return worst;
 }
 
+// --record=MODE wins over KAVELIN_RECORD; a word that names no mode is a
+// usage mistake either way.
+std::optional<RecordPolicy> recordPolicy(const sim::CommandLineOptions& options)
+{
+    std::optional<RecordMode> option;
+    if (options.recordMode) {
+        option = RecordPolicy::modeNamed(*options.recordMode);
+        if (!option) {
+            std::cerr << "kavelin-sim: --record=" << *options.recordMode << ": expected " << RecordPolicy::modeNames() << "\n"
+                      << sim::CommandLine::usage();
+            return std::nullopt;
+        }
+    }
+    auto choice = RecordPolicy::fromEnvironment(option);
+    if (!choice.policy)
+        std::cerr << "kavelin-sim: " << choice.error << "\n";
+    return choice.policy;
+}
+
 }
 
 int main(int argc, char** argv)
@@ -87,7 +108,10 @@ int main(int argc, char** argv)
         std::cout << sim::CommandLine::usage();
         return sim::ExitSuccess;
     }
+    auto policy = recordPolicy(options);
+    if (!policy)
+        return sim::ExitCannotPlay;
     if (!options.scenario)
-        return playDemo(options);
-    return play(sim::ScenarioParser::parseFile(*options.scenario), options.outputDirectory, options.rootDirectory.value_or(""), false);
+        return playDemo(options, *policy);
+    return play(sim::ScenarioParser::parseFile(*options.scenario), options.outputDirectory, options.rootDirectory.value_or(""), *policy, false);
 }

@@ -73,6 +73,7 @@ std::string_view commandName(CommandKind kind)
     case CommandKind::ExpectProperty:
     case CommandKind::ExpectAbsent:
     case CommandKind::ExpectHost: return "expect";
+    case CommandKind::ExpectShot: return "expect-shot";
     }
     return "?";
 }

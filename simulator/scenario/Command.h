@@ -75,6 +75,7 @@ enum class CommandKind : uint8_t {
     ExpectProperty,
     ExpectAbsent,
     ExpectHost,
+    ExpectShot,
 };
 
 enum class CommandPhase : uint8_t { HostShape, World, Acting, Looking };
@@ -347,6 +348,14 @@ struct ExpectHostCommand {
     nlohmann::json value;
 };
 
+// expect-shot: the screen, or the target's rectangle of it, against a picture.
+struct ExpectShotCommand {
+    std::string reference; // relative to the scenario's folder, free of `..`
+    std::optional<Target> target;
+    double precision { 1 }; // the share of pixels that must match
+    double perceptual { 1 }; // the closeness a pixel needs to match
+};
+
 using CommandPayload = std::variant<NoArguments, SystemCommand, DeviceCommand, LocaleCommand, TimeZoneCommand,
     MissingClassCommand, MissingIvarCommand, NowCommand, PrefsCommand, WriteFileCommand, CopyFileCommand,
     RemoveFileCommand, AppListCommand, AppCommand, SwitcherCommand, BatteryCommand, WeatherCommand,
@@ -354,7 +363,7 @@ using CommandPayload = std::variant<NoArguments, SystemCommand, DeviceCommand, L
     NotificationGroupingCommand, MusicCommand, VolumeCommand, AlarmCommand, TimerCommand, CallCommand,
     FaceTimeCommand, AdvanceCommand, TargetCommand, LongPressCommand, SwipeCommand, SlideCommand, ScrollCommand,
     PickCommand, SwitchCommand, RotateCommand, SearchCommand, OutputFileCommand, ExpectPropertyCommand,
-    ExpectAbsentCommand, ExpectHostCommand, NotificationRemoveCommand, SoakCommand>;
+    ExpectAbsentCommand, ExpectHostCommand, NotificationRemoveCommand, SoakCommand, ExpectShotCommand>;
 
 // One checked command. Every field holds a valid value: a player can act on
 // it without checking again.

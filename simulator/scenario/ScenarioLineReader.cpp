@@ -315,7 +315,17 @@ std::optional<std::string> ScenarioLineReader::identifier(const Word* word, std:
 
 std::optional<std::string> ScenarioLineReader::outputFile(const Word* word, std::string_view extension)
 {
-    std::string what = "a file name ending in " + std::string(extension) + ", relative to the output folder";
+    return relativeFile(word, extension, "the output folder");
+}
+
+std::optional<std::string> ScenarioLineReader::referencePicture(const Word* word)
+{
+    return relativeFile(word, ".png", "the scenario's folder");
+}
+
+std::optional<std::string> ScenarioLineReader::relativeFile(const Word* word, std::string_view extension, std::string_view folder)
+{
+    std::string what = "a file name ending in " + std::string(extension) + ", relative to " + std::string(folder);
     return checkedText(word, [&](const std::string& path) {
         return path.size() > extension.size() && path.ends_with(extension) && path[0] != '/'
             && !path.ends_with("/" + std::string(extension)) && !hasParentComponent(path);

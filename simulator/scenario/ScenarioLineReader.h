@@ -112,6 +112,8 @@ public:
     std::optional<std::string> bundleIdentifier(const Word*);
     std::optional<std::string> identifier(const Word*, std::string_view what);
     std::optional<std::string> outputFile(const Word*, std::string_view extension);
+    // A PNG file relative to the scenario's folder, free of `..`.
+    std::optional<std::string> referencePicture(const Word*);
 
     // The value of an `expect` from argument `firstArgument` on: one quoted
     // word is a string; anything else, to the end of the line, is JSON text
@@ -122,6 +124,7 @@ private:
     std::string_view source(const Word& word) const { return m_line.substr(word.begin, word.end - word.begin); }
     std::string context(const Word&) const;
     void reportUnknownKeyword(const Word&, std::span<const std::string_view> names);
+    std::optional<std::string> relativeFile(const Word*, std::string_view extension, std::string_view folder);
 
     std::string_view m_line;
     std::string_view m_name;

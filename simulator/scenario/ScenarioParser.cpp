@@ -578,6 +578,24 @@ void parseExpect(ScenarioLineReader& reader, Command& command)
     set(command, CommandKind::ExpectProperty, std::move(expect));
 }
 
+void parseExpectShot(ScenarioLineReader& reader, Command& command)
+{
+    if (!reader.expectArguments(1, 2))
+        return;
+    ExpectShotCommand expect;
+    expect.reference = reader.referencePicture(&reader.argument(0)).value_or("");
+    if (reader.argumentCount() == 2) {
+        expect.target = reader.target(&reader.argument(1));
+        if (expect.target && expect.target->kind == Target::Kind::Point) {
+            reader.expected(reader.argument(1), "a view (#name or ClassName), whose rectangle of the screen is compared");
+            expect.target.reset();
+        }
+    }
+    expect.precision = reader.unitFraction(reader.option("precision")).value_or(1);
+    expect.perceptual = reader.unitFraction(reader.option("perceptual")).value_or(1);
+    set(command, CommandKind::ExpectShot, std::move(expect));
+}
+
 const std::vector<CommandForm>& commandForms()
 {
     using Phase = CommandPhase;
@@ -639,6 +657,7 @@ const std::vector<CommandForm>& commandForms()
         { "shot", Phase::Looking, "shot FILE.png", {}, [](ScenarioLineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Shot, ".png"); } },
         { "dump", Phase::Looking, "dump FILE.json", {}, [](ScenarioLineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Dump, ".json"); } },
         { "expect", Phase::Looking, "expect TARGET PROPERTY VALUE, expect TARGET absent or expect host.PATH VALUE", {}, parseExpect },
+        { "expect-shot", Phase::Looking, "expect-shot REF.png [TARGET] [precision=F] [perceptual=F]", { "precision", "perceptual" }, parseExpectShot },
     };
     return forms;
 }

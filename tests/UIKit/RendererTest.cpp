@@ -1,4 +1,4 @@
-#include <UIKit/ImageComparison.h>
+#include <UIKit/ReferencePicture.h>
 #include <UIKit/RenderContext.h>
 #include <UIKit/UIImageView.h>
 #include <UIKit/UILabel.h>
@@ -234,7 +234,13 @@ std::vector<char> fileBytes(const std::filesystem::path& path)
 
 void expectMatchesReference(const UIImage& picture, const std::string& name)
 {
-    ScreenshotVerdict verdict = verifyScreenshot(picture, (referenceFolder / (name + ".png")).string(), (failureFolder / (name + "-failure.png")).string());
+    ReferencePicture::Paths paths { (referenceFolder / (name + ".png")).string(), name + ".png", (failureFolder / (name + ".png")).string(),
+        (failureFolder / (name + ".diff.png")).string() };
+    // Two in 255 per channel, on one pixel in a thousand.
+    ImageTolerance tolerance { 1 - 2.0 / 255, 0.999 };
+    auto policy = RecordPolicy::fromEnvironment();
+    ASSERT_TRUE(policy.policy) << policy.error;
+    auto verdict = ReferencePicture::check(picture, paths, tolerance, *policy.policy);
     EXPECT_TRUE(verdict.passed) << verdict.message;
     if (verdict.recorded)
         std::printf("%s\n", verdict.message.c_str());
@@ -313,41 +319,6 @@ TEST(UIVisualEffectView, DarkBlurSmearsAndDarkensTheBackdrop)
     add(parent.get(), blur, CGRectMake(0, 0, 200, 100));
     auto faded = UIRenderer::renderWindows({ window.get() }, CGSizeMake(200, 100), 1);
     EXPECT_NEAR(faded->pixelAt(10, 50).red, left.red, 3);
-}
-
-TEST(ImageComparison, RecordsComparesAndShowsTheDifference)
-{
-    auto folder = scratchFolder();
-    std::string reference = (folder / "reference" / "square.png").string();
-    std::string failure = (folder / "failures" / "square.png").string();
-    auto blue = UIImage::imageWithColor(*rgb(0x0000ff), CGSizeMake(10, 10));
-    std::filesystem::remove(reference);
-
-    EXPECT_FALSE(verifyScreenshot(*blue, reference, failure, {}, RecordMode::Never).passed);
-    ScreenshotVerdict recorded = verifyScreenshot(*blue, reference, failure, {}, RecordMode::Missing);
-    EXPECT_TRUE(recorded.passed && recorded.recorded);
-    EXPECT_TRUE(verifyScreenshot(*blue, reference, failure, {}, RecordMode::Never).passed);
-
-    // One pixel in a hundred is off: within a 1% allowance, not within 0.1%.
-    auto spotted = UIImage::imageWithSize(CGSizeMake(10, 10), 1, [](cairo_t* cr) {
-        cairo_set_source_rgb(cr, 0, 0, 1);
-        cairo_paint(cr);
-        cairo_set_source_rgb(cr, 1, 1, 1);
-        cairo_rectangle(cr, 3, 3, 1, 1);
-        cairo_fill(cr);
-    }, "spotted");
-    EXPECT_TRUE(verifyScreenshot(*spotted, reference, failure, { 2, 0.01 }, RecordMode::Never).passed);
-    ScreenshotVerdict failed = verifyScreenshot(*spotted, reference, failure, { 2, 0.001 }, RecordMode::Never);
-    EXPECT_FALSE(failed.passed);
-    EXPECT_NE(failed.message.find("1 of 100 pixels"), std::string::npos) << failed.message;
-    auto sideBySide = UIImage::imageWithContentsOfFile(failure);
-    ASSERT_TRUE(sideBySide);
-    EXPECT_EQ(sideBySide->pixelWidth(), 30);
-    EXPECT_EQ(sideBySide->pixelAt(23, 3), (UIImage::Pixel { 255, 0, 0, 255 }));
-
-    // A different size never matches.
-    auto wide = UIImage::imageWithColor(*rgb(0x0000ff), CGSizeMake(12, 10));
-    EXPECT_FALSE(verifyScreenshot(*wide, reference, "", { 255, 1 }, RecordMode::Never).passed);
 }
 
 TEST(UIRenderer, PanelMatchesItsReferencePicture)

@@ -30,10 +30,12 @@ TEST(CommandLine, ReadsTheScenarioAndBothFolderOptionsInAnyOrder)
     EXPECT_EQ(spaced.options().outputDirectory, "/tmp/o");
     EXPECT_EQ(spaced.options().rootDirectory, "/tmp/r");
 
-    CommandLine joined = parse({ "-", "--out=o", "--root=r" });
+    CommandLine joined = parse({ "-", "--out=o", "--root=r", "--record=failed" });
     ASSERT_TRUE(joined.isValid());
     EXPECT_EQ(joined.options().scenario, "-");
     EXPECT_EQ(joined.options().outputDirectory, "o");
+    EXPECT_EQ(joined.options().recordMode, "failed");
+    EXPECT_EQ(parse({ "--record", "never" }).options().recordMode, "never");
 
     CommandLine dashed = parse({ "--", "-odd-name" });
     ASSERT_TRUE(dashed.isValid());
@@ -52,6 +54,8 @@ TEST(CommandLine, UsageMistakesAreErrors)
         { { "--out" }, "option '--out' needs a folder" },
         { { "--root=" }, "option '--root' needs a folder" },
         { { "--out", "a", "--out", "b" }, "option '--out' is given twice" },
+        { { "--record" }, "option '--record' needs a mode (missing, all, failed or never)" },
+        { { "--record=all", "--record=never" }, "option '--record' is given twice" },
         { { "a.scenario", "b.scenario" }, "more than one scenario: 'a.scenario' and 'b.scenario'" },
     };
     for (const auto& [arguments, message] : cases) {
