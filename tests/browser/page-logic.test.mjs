@@ -6,6 +6,7 @@ import { classify, wheelLine } from '../../simulator/live/page/gestures.js';
 import { pathAt, nodeAt, dragTargetAt, answersDoubleTap } from '../../simulator/live/page/dumpTree.js';
 import { quote, quoted, expectedValue, line, option, absoluteTime } from '../../simulator/live/page/scenarioText.js';
 import { prefsValue } from '../../simulator/live/page/settings.js';
+import { plainFileName } from '../../simulator/live/page/world.js';
 
 const view = (fields, children = []) => ({ class: 'UIView', alpha: 1, hidden: false, interactive: true, ...fields, children });
 
@@ -120,6 +121,12 @@ test('scenario words the lexer reads back unchanged', async (t) => {
         assert.equal(prefsValue('1800'), '1800');
         assert.equal(prefsValue('#ff0000'), '"#ff0000"');
         assert.equal(prefsValue('Work, Home'), '"Work, Home"');
+    });
+    await t.test('an uploaded file gets a plain name the server takes', () => {
+        assert.equal(plainFileName('Work calendar (2026).ics'), 'Work-calendar-2026-.ics');
+        assert.equal(plainFileName('..hidden.ics'), 'hidden.ics');
+        assert.equal(plainFileName('日本.ics'), 'calendar.ics');
+        assert.equal(plainFileName('.ics'), 'calendar.ics');
     });
     await t.test('a time field becomes an absolute time with seconds, anything else nothing', () => {
         assert.equal(absoluteTime('2026-11-21T09:05'), '2026-11-21T09:05:00');

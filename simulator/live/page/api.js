@@ -42,8 +42,8 @@ export async function settings() {
 }
 
 // Stores a file the user picked (an .ics calendar) where the phone's scenario lines can name it.
-export async function upload(file) {
-    const response = await fetch(`/upload?name=${encodeURIComponent(file.name)}`, {
+export async function upload(file, name) {
+    const response = await fetch(`/upload?name=${encodeURIComponent(name)}`, {
         method: 'POST', headers: { 'Content-Type': 'application/octet-stream' }, body: file,
     });
     const answer = await json(response);

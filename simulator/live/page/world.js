@@ -108,6 +108,14 @@ export const editors = [
     },
 ];
 
+// The server stores an upload under a plain name (letters, digits, '.', '-', '_'), never hidden.
+export function plainFileName(name) {
+    const dot = name.lastIndexOf('.');
+    const [base, extension] = dot >= 0 ? [name.slice(0, dot), name.slice(dot + 1)] : [name, 'ics'];
+    const plainBase = base.replace(/[^A-Za-z0-9._-]+/g, '-').replace(/^[.-]+/, '') || 'calendar';
+    return `${plainBase}.${extension.replace(/[^A-Za-z0-9]+/g, '') || 'ics'}`;
+}
+
 export class World {
     constructor(app) {
         this.app = app;
@@ -208,7 +216,7 @@ export class World {
                 error.textContent = 'Choose an .ics file first.';
                 return;
             }
-            const stored = await api.upload(file);
+            const stored = await api.upload(file, plainFileName(file.name));
             if (!stored.ok) {
                 error.textContent = (stored.errors ?? [stored.error ?? `upload refused (${stored.status})`]).join('\n');
                 return;
