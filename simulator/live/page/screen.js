@@ -63,6 +63,9 @@ export class Screen {
         this.surface.style.width = `${width}px`;
         this.surface.style.height = `${height}px`;
         document.getElementById('phone').classList.toggle('landscape', width > height);
+        // A wide screen (landscape, iPads) does not fit between the side columns at its true size:
+        // the side panels then move under it.
+        document.body.classList.toggle('wide-screen', width > 500);
     }
 
     pointAt(event) {
