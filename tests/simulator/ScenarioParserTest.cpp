@@ -106,6 +106,8 @@ TEST(ScenarioParser, AcceptsEveryCommandForm)
         { "expect #x text \"a b\"", CommandKind::ExpectProperty },
         { "expect UILabel@3 absent", CommandKind::ExpectAbsent },
         { "expect host {\"locked\": true}", CommandKind::ExpectHost },
+        { "expect-shot reference/lock.png", CommandKind::ExpectShot },
+        { "expect-shot panel.png KVView@1 precision=0.99 perceptual=0.98", CommandKind::ExpectShot },
     };
     for (auto [line, kind] : lines)
         EXPECT_EQ(single(line).kind, kind) << line;
@@ -197,6 +199,13 @@ TEST(ScenarioParser, ReportsMistakesWithHelpfulMessages)
         { "expect host. 1", "expected a path like host.timer.state" },
         { "expect #x frame..2 1", "expected a property of the view's dump" },
         { "expect #x text \"a\" \"b\"", "expected a JSON value or a quoted string" },
+        { "expect-shot", "missing argument: usage is 'expect-shot REF.png [TARGET] [precision=F] [perceptual=F]'" },
+        { "expect-shot ../lock.png", "expected a file name ending in .png, relative to the scenario's folder, got '../lock.png'" },
+        { "expect-shot /tmp/lock.png", "relative to the scenario's folder" },
+        { "expect-shot lock.jpg", "relative to the scenario's folder" },
+        { "expect-shot lock.png 187,300", "expected a view (#name or ClassName), whose rectangle of the screen is compared, got '187,300'" },
+        { "expect-shot lock.png precision=1.5", "option 'precision': expected a number from 0 to 1, got '1.5'" },
+        { "expect-shot lock.png tolerance=0.1", "option 'tolerance' is not one of precision, perceptual" },
     };
     for (auto [line, message] : lines)
         EXPECT_NE(firstDiagnostic(line).find(message), std::string::npos) << line << "\n  got: " << firstDiagnostic(line);
@@ -240,6 +249,15 @@ TEST(ScenarioParser, KeepsTypedFields)
     EXPECT_EQ(single("search show top").as<SearchCommand>().edge, SearchCommand::Edge::Top);
     EXPECT_EQ(single("alarm tomorrow 6:45").as<AlarmCommand>().time, (TimeOfDay { 6, 45 }));
     EXPECT_DOUBLE_EQ(single("timer running 1h30m").as<TimerCommand>().remaining, 5400);
+
+    auto wholeScreen = single("expect-shot reference/lock.png").as<ExpectShotCommand>();
+    EXPECT_EQ(wholeScreen.reference, "reference/lock.png");
+    EXPECT_FALSE(wholeScreen.target);
+    EXPECT_EQ(wholeScreen.precision, 1);
+    EXPECT_EQ(wholeScreen.perceptual, 1);
+    auto oneView = single("expect-shot panel.png perceptual=0.98 #_timeLabel@1").as<ExpectShotCommand>();
+    EXPECT_EQ(oneView.target->toString(), "#_timeLabel@1");
+    EXPECT_DOUBLE_EQ(oneView.perceptual, 0.98);
 }
 
 TEST(ScenarioParser, PrefsValuesTakeTheirTypeFromTheirForm)
