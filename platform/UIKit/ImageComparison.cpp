@@ -61,7 +61,7 @@ ImageComparison::ImageComparison(const UIImage& reference, const UIImage& actual
     m_pixelCount = size_t(m_width) * size_t(m_height);
     m_differs.assign(m_pixelCount, 0);
     // A channel may differ by this much and the pixel still match; the small
-    // allowance keeps 0.98 * 255 = 249.9 from turning into 249 by rounding.
+    // allowance keeps perceptual = 1 - 2/255 from allowing only 1 by rounding.
     int allowed = static_cast<int>(std::floor((1 - std::clamp(perceptual, 0.0, 1.0)) * 255 + 1e-9));
     PixelReader expected(reference);
     PixelReader found(actual);
@@ -94,7 +94,7 @@ bool ImageComparison::matches(double precision) const
 {
     if (!m_sameSize)
         return false;
-    // Matching pixels >= precision * count, kept in whole pixels.
+    // The same rounding allowance: precision = 0.99 on 100 pixels takes 99.
     double matching = double(m_pixelCount - m_differingPixels);
     return matching + 1e-9 >= std::clamp(precision, 0.0, 1.0) * double(m_pixelCount);
 }

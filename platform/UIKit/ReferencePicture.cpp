@@ -27,12 +27,13 @@ RefPtr<UIImage> ReferencePicture::decode(const std::string& path, std::string& e
     return make<UIImage>(surface, 1, "reference");
 }
 
-static bool writePicture(const UIImage& picture, const std::string& path, ReferencePicture::Verdict& verdict)
+// Adds what went wrong, if anything, to `problems`.
+static bool writePicture(const UIImage& picture, const std::string& path, std::string& problems)
 {
     std::error_code ignored;
     std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
     if (auto error = picture.writePNG(path)) {
-        verdict.message += "; " + *error;
+        problems += "; " + *error;
         return false;
     }
     return true;
@@ -50,10 +51,11 @@ static void removeStalePictures(const ReferencePicture::Paths& paths)
 ReferencePicture::Verdict ReferencePicture::check(const UIImage& actual, const Paths& paths, const ImageTolerance& tolerance, const RecordPolicy& policy)
 {
     Verdict verdict;
-    auto record = [&](std::string why) {
-        // After any complaint about the pictures written before.
-        verdict.message = "recorded " + paths.shownName + why + verdict.message;
-        verdict.recorded = writePicture(actual, paths.reference, verdict);
+    // Trouble writing the pictures, told after the verdict.
+    std::string problems;
+    auto record = [&](const std::string& why) {
+        verdict.recorded = writePicture(actual, paths.reference, problems);
+        verdict.message = "recorded " + paths.shownName + why + problems;
         return verdict;
     };
 
@@ -84,14 +86,15 @@ ReferencePicture::Verdict ReferencePicture::check(const UIImage& actual, const P
     }
 
     std::string differs = comparison.summary();
-    if (!paths.seen.empty() && writePicture(actual, paths.seen, verdict))
+    if (!paths.seen.empty() && writePicture(actual, paths.seen, problems))
         verdict.writtenFiles.push_back(paths.seen);
-    if (!paths.difference.empty() && writePicture(*comparison.differencePicture(), paths.difference, verdict))
+    if (!paths.difference.empty() && writePicture(*comparison.differencePicture(), paths.difference, problems))
         verdict.writtenFiles.push_back(paths.difference);
     if (policy.rewritesDiffering())
         return record(" (" + differs + ")");
     verdict.message = paths.shownName + " does not match: " + differs;
-    if (!paths.seen.empty() && !paths.difference.empty())
+    if (verdict.writtenFiles.size() == 2)
         verdict.message += " (seen in " + paths.seen + ", difference in " + paths.difference + ")";
+    verdict.message += problems;
     return verdict;
 }

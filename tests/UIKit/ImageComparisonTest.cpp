@@ -196,6 +196,23 @@ TEST_F(ReferencePictureTest, FailedModeRewritesOnlyDifferingReferences)
     EXPECT_TRUE(check(*picture(0xff00ff00), RecordMode::Never).passed);
 }
 
+TEST_F(ReferencePictureTest, PicturesThatCannotBeWrittenAreToldAbout)
+{
+    check(*picture(blue), RecordMode::Missing);
+    // A file stands where the failure pictures' folder should be.
+    std::ofstream((m_folder / "failed").string()) << "in the way";
+    auto verdict = check(*picture(0xff00ff00), RecordMode::Never);
+    EXPECT_FALSE(verdict.passed);
+    EXPECT_TRUE(verdict.writtenFiles.empty());
+    EXPECT_NE(verdict.message.find("ref/square.png does not match: 100% of the pixels differ: 100 of 100, by up to 255 in 255; cannot write "),
+        std::string::npos) << verdict.message;
+
+    m_paths.reference = (m_folder / "failed" / "new.png").string();
+    verdict = check(*picture(blue), RecordMode::Missing);
+    EXPECT_FALSE(verdict.passed || verdict.recorded);
+    EXPECT_NE(verdict.message.find("recorded ref/square.png; cannot write "), std::string::npos) << verdict.message;
+}
+
 TEST_F(ReferencePictureTest, AReferenceThatIsNotAPictureFails)
 {
     std::filesystem::create_directories(m_folder / "ref");
