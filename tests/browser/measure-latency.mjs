@@ -1,6 +1,6 @@
 // Measures the live preview's "click to picture" time in Chromium: from the mouse's release on
-// the phone's screen to the load event of the picture requested after it (the page records each
-// one in window.kavelin.screen.latencies). Run by hand (node tests/browser/measure-latency.mjs
+// the phone's screen to the load event of the first picture requested after the server answered
+// the click's play (the page records each one in window.kavelin.screen.latencies). Run by hand (node tests/browser/measure-latency.mjs
 // [CLICKS]); it prints the median and the spread. Not a test: speed is never asserted.
 import { startSession, stopSession } from './session.mjs';
 
@@ -17,7 +17,7 @@ try {
         const before = await page.evaluate(() => window.kavelin.screen.latencies.length);
         await page.mouse.click(point.x, point.y);
         await page.waitForFunction((count) => window.kavelin.screen.latencies.length > count, before, { timeout: 10_000 });
-        await page.waitForTimeout(150);
+        await page.waitForTimeout(400);   // the next click starts from a quiet page
     }
     const latencies = (await page.evaluate(() => window.kavelin.screen.latencies)).sort((a, b) => a - b);
     const at = (share) => latencies[Math.min(latencies.length - 1, Math.floor(share * latencies.length))];

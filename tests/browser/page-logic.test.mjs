@@ -90,6 +90,7 @@ test('the mouse as a finger', async (t) => {
     await t.test('the wheel scrolls the content the other way from the wheel, and only scroll views', () => {
         assert.equal(wheelLine(dump, 10, 10, 120, 4), 'scroll #_foregroundScrollView -120 -4');
         assert.equal(wheelLine(dump, 10, 10, 0, 100), null);
+        assert.equal(wheelLine(dump, 50, 300, 0, 64), 'pick #_timePicker 0 9');
     });
 });
 

@@ -17,7 +17,7 @@ weather city="Lisbon" condition="Partly Cloudy" icon=partly-cloudy temp=18 high=
 event "Design review" start=+1h end=+2h
 notification com.apple.MobileSMS title="Anna" message="Lunch at one?"
 boot
-advance 1s
+advance 6s
 `;
 
 export async function startSession() {

@@ -56,10 +56,12 @@ export function pickLine(node, x, dy) {
 }
 
 // The wheel scrolls the scroll view under the pointer: content follows the wheel as it follows
-// a finger dragged the other way.
+// a finger dragged the other way. Over a picker it turns the wheel under the pointer.
 export function wheelLine(dump, x, y, deltaX, deltaY) {
     const horizontal = Math.abs(deltaX) > Math.abs(deltaY);
     const dragged = dragTargetAt(dump, x, y, horizontal);
+    if (dragged?.kind === 'picker' && !horizontal)
+        return pickLine(dragged.node, x, -deltaY);
     if (dragged?.kind !== 'scroll')
         return null;
     return line('scroll', targetOf(dragged.node), points(-deltaX), points(-deltaY));

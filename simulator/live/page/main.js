@@ -72,7 +72,7 @@ class App {
     }
 
     // Plays scenario lines and shows what came of them; answers the server's JSON.
-    async play(lines, { quiet = false } = {}) {
+    async play(lines, { quiet = false, onAnswer = null } = {}) {
         const text = Array.isArray(lines) ? lines.join('\n') : lines;
         const before = this.transcript.lines.length;
         this.showLastLine(text, 'pending');
@@ -87,6 +87,7 @@ class App {
         }
         if (this.playing === 0)
             this.hideProgress();
+        onAnswer?.();
         if (answer.status === 400 || answer.status === 0 || answer.status >= 403) {
             this.showLastLine(`${text} — ${(answer.errors ?? [answer.error ?? `refused (${answer.status})`]).join('; ')}`, 'error');
             if (!quiet)
@@ -108,12 +109,12 @@ class App {
 
     showLastLine(text, state) {
         const shown = document.getElementById('last-line');
-        shown.textContent = text;
+        shown.textContent = text.replace(/\n/g, '  ·  ');
         shown.className = `last-line ${state}`;
     }
 
     showLatency(milliseconds) {
-        document.getElementById('gesture-hint').dataset.latency = `${Math.round(milliseconds)} ms to picture`;
+        document.getElementById('latency').textContent = `${Math.round(milliseconds)} ms to picture`;
     }
 
     showTab(name) {

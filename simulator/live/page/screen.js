@@ -20,6 +20,7 @@ export class Screen {
         this.again = false;
         this.version = 0;
         this.clickedAt = null;           // when the last gesture was released (for the picture's latency)
+        this.answeredAt = null;          // when the server answered its play: later pictures show it
         this.latencies = [];             // ms from release to the new picture, for the browser tests
         this.bindPointer();
         this.image.addEventListener('load', () => this.loaded());
@@ -39,10 +40,10 @@ export class Screen {
 
     loaded() {
         this.loading = false;
-        if (this.clickedAt !== null && this.requestedAt >= this.clickedAt && this.image.naturalWidth) {
+        if (this.answeredAt !== null && this.requestedAt >= this.answeredAt && this.image.naturalWidth) {
             const latency = performance.now() - this.clickedAt;
             this.latencies.push(latency);
-            this.clickedAt = null;
+            this.clickedAt = this.answeredAt = null;
             this.app.showLatency(latency);
         }
         this.fitToDump();
@@ -149,8 +150,10 @@ export class Screen {
     // still between lines), played together for one new picture.
     send(gestureLine) {
         this.clickedAt = performance.now();
+        this.answeredAt = null;
         const settle = document.getElementById('settle').value;
-        this.app.play(settle ? [gestureLine, line('advance', settle)] : gestureLine);
+        const onAnswer = () => { this.answeredAt = performance.now(); };
+        this.app.play(settle ? [gestureLine, line('advance', settle)] : gestureLine, { onAnswer });
     }
 
     // Wheel steps add up until the wheel rests, then go as one scroll.

@@ -40,8 +40,11 @@ export class Settings {
             description = null;
         }
         const items = Array.isArray(description) ? description : description?.items;
-        if (!items) {
-            this.pane.innerHTML = '<p class="empty">The server gave no settings pane (GET /settings.json).</p>';
+        if (!items?.length) {
+            const why = document.createElement('p');
+            why.className = 'empty';
+            why.textContent = description?.error ?? 'The server gave no settings pane (GET /settings.json).';
+            this.pane.replaceChildren(why);
             return;
         }
         this.render(items);
