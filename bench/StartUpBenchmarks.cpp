@@ -82,6 +82,7 @@ int runStartUpProbe(bool withExtension)
     configuration.artDirectory = paths.hostArt.string();
     SimulatedHost host(configuration);
 
+    host.startProcess();
     double loadStart = cpuSeconds();
     if (withExtension) {
         if (auto error = ExtensionLoader::load(paths.extension); !error.empty()) {

@@ -434,6 +434,9 @@ bool Simulator::executeWorld(const Command& command)
 
 bool Simulator::boot(const Command& command)
 {
+    // The extension's initialisers read the system version and the device,
+    // so they are in place before it is loaded, as on the phone.
+    m_host->startProcess();
     if (auto error = ExtensionLoader::load(m_paths.extension); !error.empty())
         return fail(command, ExitHostFailed, error);
     m_host->boot();

@@ -109,7 +109,7 @@ void SimulatedHost::wireWorld()
 
 bool SimulatedHost::setSystemVersion(std::string version)
 {
-    if (m_booted)
+    if (m_processStarted)
         return false;
     m_configuration.systemVersion = std::move(version);
     return true;
@@ -117,7 +117,7 @@ bool SimulatedHost::setSystemVersion(std::string version)
 
 bool SimulatedHost::setDevice(const DeviceModel& device)
 {
-    if (m_booted)
+    if (m_processStarted)
         return false;
     m_configuration.device = device;
     return true;
@@ -125,23 +125,32 @@ bool SimulatedHost::setDevice(const DeviceModel& device)
 
 bool SimulatedHost::setArtDirectory(std::string directory)
 {
-    if (m_booted)
+    if (m_processStarted)
         return false;
     m_configuration.artDirectory = std::move(directory);
     SBApplicationIcon::setArtDirectory(m_configuration.artDirectory);
     return true;
 }
 
-void SimulatedHost::boot()
+void SimulatedHost::startProcess()
 {
-    if (m_booted)
+    if (m_processStarted)
         return;
-    m_booted = true;
+    m_processStarted = true;
     auto& device = m_configuration.device;
     UIDevice::currentDevice()->setSystemVersion(m_configuration.systemVersion);
     UIDevice::currentDevice()->setModel(device.model);
     IORegistry::sharedRegistry()->setDevice(device.modelCode, device.screenSizeClass);
     UIScreen::mainScreen()->setDeviceShape(device.screenSize, device.scale);
+}
+
+void SimulatedHost::boot()
+{
+    if (m_booted)
+        return;
+    startProcess();
+    m_booted = true;
+    auto& device = m_configuration.device;
     UIApplication::setSharedApplication(make<SpringBoard>());
     UIApplication::sharedApplication()->setStatusBarOrientation(UIInterfaceOrientationPortrait);
 

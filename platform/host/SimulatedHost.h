@@ -47,11 +47,18 @@ public:
     SimulatedHost& operator=(const SimulatedHost&) = delete;
 
     const Configuration& configuration() const { return m_configuration; }
-    // The shape can change until boot; afterwards these answer false.
+    // The shape can change until the process starts; afterwards these
+    // answer false.
     bool setSystemVersion(std::string);
     bool setDevice(const DeviceModel&);
     bool setArtDirectory(std::string);
 
+    // Puts the process's identity in place: the system version, the device
+    // model and its screen. On the phone these are known before any
+    // injected library's load-time initialisers run, so whoever loads an
+    // extension calls this first. boot() does it when nobody did.
+    void startProcess();
+    bool isProcessStarted() const { return m_processStarted; }
     // Starts SpringBoard at the lock screen: locked, display on, portrait.
     void boot();
     bool isBooted() const { return m_booted; }
@@ -122,6 +129,7 @@ private:
     void layoutWindows();
 
     Configuration m_configuration;
+    bool m_processStarted { false };
     bool m_booted { false };
     RefPtr<FBRootWindow> m_rootWindow;
     RefPtr<SBLockScreenViewController> m_lockScreenViewController;
