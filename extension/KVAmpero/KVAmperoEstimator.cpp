@@ -1,5 +1,6 @@
 #include "KVAmperoEstimator.h"
 
+#include <Foundation/IntegerConversion.h>
 #include <Foundation/NSString.h>
 
 #include <climits>
@@ -78,19 +79,6 @@ int KVAmperoEstimator::isecFromSeconds(int seconds)
     return static_cast<int>(whole);
 }
 
-// A double truncated to an int; values beyond the range are held at its ends
-// (a missing reading must give nonsense, not undefined behaviour).
-static int truncatedToInt(double value)
-{
-    if (std::isnan(value))
-        return 0;
-    if (value >= static_cast<double>(INT_MAX))
-        return INT_MAX;
-    if (value <= static_cast<double>(INT_MIN))
-        return INT_MIN;
-    return static_cast<int>(value);
-}
-
 static const char* unitWord(int count, const char* singular, const char* plural) { return count == 1 ? singular : plural; }
 
 std::string KVAmperoEstimator::durationText(int seconds, const char* twoParts, const char* onePart)
@@ -126,24 +114,24 @@ void KVAmperoEstimator::learnDrain()
     }
     double estimate = static_cast<double>(_secondsSinceLastBatteryPercentageChange) * _currentBatteryPercentage;
     if (_timeLeft == -1)
-        _timeLeft = truncatedToInt(estimate);
+        _timeLeft = truncatedToInteger<int>(estimate);
     else
-        _timeLeft = truncatedToInt(static_cast<double>(_timeLeft) + estimate) / 2;
+        _timeLeft = truncatedToInteger<int>(static_cast<double>(_timeLeft) + estimate) / 2;
 }
 
 KVAmperoEstimator::Presentation KVAmperoEstimator::AmperoUpdate(const Reading& reading)
 {
     Presentation presentation;
     _currentBatteryPercentage = reading.batteryCapacity * 100.0;
-    int percent = truncatedToInt(_currentBatteryPercentage);
+    int percent = truncatedToInteger<int>(_currentBatteryPercentage);
 
     if (reading.isOnAC) {
         if (percent <= 99) {
             presentation.animatedBolt = true;
             // A fixed charge rate of 1000 mAh an hour, whatever the device.
             double hoursToFull = (reading.rawMaxCapacity - reading.rawCurrentCapacity) / 1000.0;
-            int hours = truncatedToInt(std::floor(hoursToFull));
-            int minutes = truncatedToInt(std::fmod(hoursToFull, 1.0) * 60.0);
+            int hours = truncatedToInteger<int>(std::floor(hoursToFull));
+            int minutes = truncatedToInteger<int>(std::fmod(hoursToFull, 1.0) * 60.0);
             std::string first = NSString::format("%d%% Charging\n", percent);
             std::string second = hours != 0
                 ? NSString::format("Battery full in %d %s and %d %s", hours, unitWord(hours, "hour", "hours"), minutes, unitWord(minutes, "minute", "minutes"))
@@ -183,7 +171,7 @@ KVAmperoEstimator::Presentation KVAmperoEstimator::AmperoUpdate(const Reading& r
     } };
     auto table = multipliers();
     for (int row = 0; row < usageRowCount; ++row) {
-        int seconds = isecFromSeconds(truncatedToInt(reading.rawCurrentCapacity * table[row]));
+        int seconds = isecFromSeconds(truncatedToInteger<int>(reading.rawCurrentCapacity * table[row]));
         presentation.usageTexts[row] = durationText(seconds, formats[row].first, formats[row].second);
     }
     return presentation;
@@ -202,7 +190,7 @@ std::optional<KVAmperoEstimator::BatteryText> KVAmperoEstimator::countDown()
         ++_secondsSinceLastBatteryPercentageChangeCounter;
     if (_timeLeft < 1)
         return std::nullopt;
-    std::string first = NSString::format("%d%% Draining\n", truncatedToInt(_currentBatteryPercentage));
+    std::string first = NSString::format("%d%% Draining\n", truncatedToInteger<int>(_currentBatteryPercentage));
     std::string second = durationText(isecFromSeconds(_timeLeft), "Battery empty in %d %s and %d %s", "Battery empty in %d %s");
     --_timeLeft;
     return BatteryText { first + second, "Draining", BatteryText::Color::Red };

@@ -6,6 +6,7 @@
 #include "host/HookGroup.h"
 #include "settings/KVSettings.h"
 
+#include <Foundation/IntegerConversion.h>
 #include <Foundation/NSProcessInfo.h>
 #include <Foundation/NSString.h>
 #include <UIKit/UIFont.h>
@@ -80,7 +81,7 @@ void KVView::updateAmperoSummary()
 {
     StrongId controller = objc::send<StrongId>(objc::objc_getClass("SBUIController"), OBJC_SEL("sharedInstance"));
     float capacity = static_cast<float>(objc::send<double>(controller, OBJC_SEL("batteryCapacity")));
-    int level = static_cast<int>(capacity * 100.0f);
+    int level = truncatedToInteger<int>(capacity * 100.0f);
     // A panel built without the battery summary has no label: nothing happens.
     if (_batteryPercentLabel)
         _batteryPercentLabel->setText(NSString::format("%d%%", level));

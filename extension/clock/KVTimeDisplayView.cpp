@@ -3,6 +3,7 @@
 #include "overlays/KVOverlaySupport.h"
 #include "settings/KVSettings.h"
 
+#include <Foundation/IntegerConversion.h>
 #include <Foundation/NSCalendar.h>
 #include <Foundation/NSDate.h>
 #include <Foundation/NSDateComponents.h>
@@ -256,10 +257,7 @@ RefPtr<NSDate> KVTimeDisplayView::currentRelativeTimerDateWithHourOffset(long lo
 
 std::string KVTimeDisplayView::timeUntilFiredStringRepresentation(double seconds) const
 {
-    // Truncated to a whole number of seconds (a double beyond the 32-bit
-    // range is clamped rather than left undefined).
-    double whole = std::trunc(seconds);
-    int s = whole >= 2147483647.0 ? 2147483647 : whole <= -2147483648.0 ? (-2147483647 - 1) : static_cast<int>(whole);
+    int s = truncatedToInteger<int>(seconds);
     int h = s / 3600;
     int r = s - 3600 * h;
     int m = r / 60;

@@ -11,6 +11,7 @@
 #include "schedule/KVTableViewController.h"
 #include "settings/KVSettings.h"
 
+#include <Foundation/IntegerConversion.h>
 #include <UIKit/UIScreen.h>
 #include <UIKit/UIView.h>
 
@@ -31,7 +32,9 @@ double defaultLockScreenDimInterval(NSObject* self, SEL cmd)
 {
     if (lockScreenActive()) {
         double duration = KVSettings::sharedInstance()->idleTimerDuration();
-        if (static_cast<long long>(duration) != 0)
+        // Truncated as the phone converts: NaN gives 0 and so the host's
+        // interval; infinities and huge values saturate and are returned.
+        if (truncatedToInteger<long long>(duration) != 0)
             return duration;
     }
     return objc::callOriginal<double>(s_defaultLockScreenDimInterval, self, cmd);

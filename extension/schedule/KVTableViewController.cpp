@@ -13,6 +13,7 @@
 #include "launcher/KVAppLauncherView.h"
 #include "settings/KVSettings.h"
 
+#include <Foundation/IntegerConversion.h>
 #include <CorvLib/CVAppItem.h>
 #include <CorvLib/CVImageFactory.h>
 #include <CorvLib/CVNotificationRow.h>
@@ -113,14 +114,6 @@ struct KVTableViewController::Pipeline {
     RefPtr<NSDate> now;
     RefPtr<NSDate> end;
 };
-
-// Whole seconds, truncated toward zero and kept within 32 bits.
-static int truncatedSeconds(double seconds)
-{
-    if (std::isnan(seconds))
-        return 0;
-    return static_cast<int>(std::clamp(std::trunc(seconds), static_cast<double>(INT_MIN), static_cast<double>(INT_MAX)));
-}
 
 static double secondsFrom(const NSDate* from, const NSDate* to)
 {
@@ -230,7 +223,7 @@ void KVTableViewController::loadReminders(Pipeline& pipeline, StrongId found)
     m_hasAnyReminders = true;
     m_eventData->setObject(items, std::to_string(pipeline.sectionCounter++));
     auto* first = static_cast<KVEventItem*>(items->objectAtIndex(0).get());
-    m_secondsUntilNextEvent = truncatedSeconds(secondsFrom(pipeline.now.get(), first->date().get()));
+    m_secondsUntilNextEvent = truncatedToInteger<int>(secondsFrom(pipeline.now.get(), first->date().get()));
     m_nextEventType = NSString::create("reminder");
 }
 
@@ -275,7 +268,7 @@ void KVTableViewController::loadEvents(Pipeline& pipeline)
     for (auto& object : kept->objects()) {
         auto* item = static_cast<KVEventItem*>(object.get());
         if (!item->isNow()) {
-            eventsTime = truncatedSeconds(secondsFrom(pipeline.now.get(), item->date().get()));
+            eventsTime = truncatedToInteger<int>(secondsFrom(pipeline.now.get(), item->date().get()));
             break;
         }
     }

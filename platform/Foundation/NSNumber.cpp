@@ -1,5 +1,7 @@
 #include "NSNumber.h"
 
+#include "IntegerConversion.h"
+
 #include <climits>
 #include <cmath>
 #include <cstdio>
@@ -46,18 +48,6 @@ RefPtr<NSNumber> NSNumber::numberWithDouble(double value)
     return number;
 }
 
-template<typename Int>
-static Int saturate(double value)
-{
-    if (std::isnan(value))
-        return 0;
-    if (value >= static_cast<double>(std::numeric_limits<Int>::max()))
-        return std::numeric_limits<Int>::max();
-    if (value <= static_cast<double>(std::numeric_limits<Int>::min()))
-        return std::numeric_limits<Int>::min();
-    return static_cast<Int>(value);
-}
-
 bool NSNumber::boolValue() const
 {
     switch (m_kind) {
@@ -74,7 +64,7 @@ int NSNumber::intValue() const
 {
     switch (m_kind) {
     case Kind::Real:
-        return saturate<int>(m_real);
+        return truncatedToInteger<int>(m_real);
     case Kind::Unsigned:
         return static_cast<int>(m_unsigned); // wraps, as the C conversion does
     default:
@@ -86,7 +76,7 @@ long long NSNumber::longLongValue() const
 {
     switch (m_kind) {
     case Kind::Real:
-        return saturate<long long>(m_real);
+        return truncatedToInteger<long long>(m_real);
     case Kind::Unsigned:
         return static_cast<long long>(m_unsigned);
     default:

@@ -3,6 +3,9 @@
 #include "NSRunLoop.h"
 #include "VirtualClock.h"
 
+#include <cmath>
+#include <limits>
+
 OBJC_IMPLEMENT_CLASS(NSTimer, NSObject)
 {
     c.method<&NSTimer::invalidate>("invalidate");
@@ -11,7 +14,15 @@ OBJC_IMPLEMENT_CLASS(NSTimer, NSObject)
     c.method<&NSTimer::timeInterval>("timeInterval");
 }
 
-static double effectiveInterval(double interval) { return interval > 0 ? interval : 0.0001; }
+// Zero or negative intervals become 0.1 ms, as Foundation documents. An
+// interval that is not a number gives a fire date that is never reached (it
+// would otherwise poison the run loop's ordering of events).
+static double effectiveInterval(double interval)
+{
+    if (std::isnan(interval))
+        return std::numeric_limits<double>::infinity();
+    return interval > 0 ? interval : 0.0001;
+}
 
 RefPtr<NSTimer> NSTimer::scheduledTimerWithTimeInterval(double interval, NSObject* target, objc::SEL selector, StrongId userInfo, bool repeats)
 {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -72,6 +73,24 @@ TEST(NSTimer, IntervalOfZeroOrLessBecomesATenthOfAMillisecond)
     zero->invalidate();
     EXPECT_EQ(fired, 10);
     EXPECT_FALSE(negative->isValid());
+}
+
+TEST(NSTimer, IntervalThatIsNotANumberOrInfiniteNeverFiresAndKeepsOthersInOrder)
+{
+    // A preference real can be NaN or infinite; such a timer must neither
+    // spin nor disturb the order in which the other timers fire.
+    int odd = 0;
+    std::string order;
+    auto notANumber = NSTimer::scheduledTimerWithTimeInterval(std::nan(""), true, [&](NSTimer*) { ++odd; });
+    auto infinite = NSTimer::scheduledTimerWithTimeInterval(INFINITY, true, [&](NSTimer*) { ++odd; });
+    auto second = NSTimer::scheduledTimerWithTimeInterval(2, false, [&](NSTimer*) { order += "2"; });
+    auto first = NSTimer::scheduledTimerWithTimeInterval(1, false, [&](NSTimer*) { order += "1"; });
+    loop().advance(4);
+    EXPECT_EQ(odd, 0);
+    EXPECT_EQ(order, "12");
+    EXPECT_TRUE(notANumber->isValid());
+    notANumber->invalidate();
+    infinite->invalidate();
 }
 
 TEST(NSTimer, ChangingTheWallClockDoesNotMoveTimers)

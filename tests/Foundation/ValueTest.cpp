@@ -1,3 +1,4 @@
+#include <Foundation/IntegerConversion.h>
 #include <Foundation/NSNumber.h>
 #include <Foundation/NSString.h>
 
@@ -74,6 +75,26 @@ TEST(NSString, FormatsObjectsAndCountsUTF16Units)
     auto name = NSString::create("Kavelin");
     EXPECT_EQ(NSString::format("[%s: %d] %@ %@ %5.1f%%", "a", 3, name.get(), static_cast<NSObject*>(nullptr), 2.25), "[a: 3] Kavelin (null)   2.2%");
     EXPECT_EQ(NSString::create("h\xC3\xA9llo \xF0\x9F\x98\x80")->length(), 8u);
+}
+
+TEST(IntegerConversion, TruncatesTowardZeroLikeThePhoneNaNGivesZeroAndTheEndsHold)
+{
+    EXPECT_EQ(truncatedToInteger<int>(-2.9), -2);
+    EXPECT_EQ(truncatedToInteger<int>(0.9), 0);
+    EXPECT_EQ(truncatedToInteger<int>(std::nan("")), 0);
+    EXPECT_EQ(truncatedToInteger<long long>(-std::nan("")), 0);
+    EXPECT_EQ(truncatedToInteger<int>(INFINITY), INT_MAX);
+    EXPECT_EQ(truncatedToInteger<int>(-INFINITY), INT_MIN);
+    // Just inside and just outside each end of the 32-bit range.
+    EXPECT_EQ(truncatedToInteger<int>(2147483647.9), INT_MAX);
+    EXPECT_EQ(truncatedToInteger<int>(2147483648.0), INT_MAX);
+    EXPECT_EQ(truncatedToInteger<int>(-2147483648.9), INT_MIN);
+    EXPECT_EQ(truncatedToInteger<int>(-2147483649.0), INT_MIN);
+    // 2^63 is the first double past the 64-bit maximum.
+    EXPECT_EQ(truncatedToInteger<long long>(9223372036854775808.0), LLONG_MAX);
+    EXPECT_EQ(truncatedToInteger<long long>(9223372036854774784.0), 9223372036854774784LL);
+    EXPECT_EQ(truncatedToInteger<long long>(-9223372036854775808.0), LLONG_MIN);
+    EXPECT_EQ(truncatedToInteger<long long>(1e300), LLONG_MAX);
 }
 
 TEST(NSNumber, ConvertsWithSaturationForHugeReals)
