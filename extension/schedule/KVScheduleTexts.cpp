@@ -15,14 +15,8 @@ static std::string format(const NSDate* date, const char* pattern)
     return formatter->stringFromDate(date);
 }
 
-static std::string lowercased(std::string text)
-{
-    for (char& c : text) {
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    }
-    return text;
-}
+// Unicode-aware, as the texts are in the device's language ("9:05 öö").
+static std::string lowercased(const std::string& text) { return NSString::lowercaseString(text); }
 
 static std::string withoutLeadingZero(std::string text)
 {
@@ -41,7 +35,7 @@ std::string timeLabelText(const NSDate* date, bool militaryTime)
     std::string time = format(date, militaryTime ? "HH:mm" : "hh:mm a");
     if (!militaryTime)
         time = withoutLeadingZero(std::move(time));
-    return lowercased(std::move(time));
+    return lowercased(time);
 }
 
 std::string timeUntilText(int seconds, const NSDate* now)

@@ -1,5 +1,7 @@
 #include "NSString.h"
 
+#include "ICUSupport.h"
+
 #include <cerrno>
 #include <climits>
 #include <cstdarg>
@@ -13,6 +15,8 @@ OBJC_IMPLEMENT_CLASS(NSString, NSObject)
     c.method<static_cast<long long (NSString::*)() const>(&NSString::longLongValue)>("longLongValue");
     c.method<static_cast<float (NSString::*)() const>(&NSString::floatValue)>("floatValue");
     c.method<static_cast<double (NSString::*)() const>(&NSString::doubleValue)>("doubleValue");
+    c.method<static_cast<std::string (NSString::*)() const>(&NSString::lowercaseString)>("lowercaseString");
+    c.method<static_cast<std::string (NSString::*)() const>(&NSString::uppercaseString)>("uppercaseString");
     c.method<&NSString::length>("length");
     c.method<&NSString::isEqualToString>("isEqualToString:");
     c.allocatable();
@@ -103,6 +107,20 @@ double NSString::doubleValue(const std::string& s)
     }
     std::string number = s.substr(start, i - start);
     return std::strtod(number.c_str(), nullptr);
+}
+
+std::string NSString::lowercaseString(const std::string& text)
+{
+    // Invalid UTF-8 becomes U+FFFD on the way in, as Foundation would refuse
+    // to make such a string at all.
+    auto unicode = FoundationICU::toUnicode(text);
+    return FoundationICU::toUTF8(unicode.toLower(icu::Locale::getRoot()));
+}
+
+std::string NSString::uppercaseString(const std::string& text)
+{
+    auto unicode = FoundationICU::toUnicode(text);
+    return FoundationICU::toUTF8(unicode.toUpper(icu::Locale::getRoot()));
 }
 
 size_t NSString::length() const

@@ -42,6 +42,15 @@ public:
     static long long longLongValue(const std::string&);
     static double doubleValue(const std::string&);
 
+    // Unicode case mapping through ICU, canonical (not localised) as
+    // Foundation's lowercaseString and uppercaseString are: "ÉCOLE" gives
+    // "école", "ÖÖ" gives "öö", "ß" upper-cases to "SS"; the same text in any
+    // device language.
+    std::string lowercaseString() const { return lowercaseString(m_value); }
+    std::string uppercaseString() const { return uppercaseString(m_value); }
+    static std::string lowercaseString(const std::string&);
+    static std::string uppercaseString(const std::string&);
+
     std::vector<std::string> componentsSeparatedByString(const std::string& separator) const;
     std::string description() const override { return m_value; }
 

@@ -77,6 +77,20 @@ TEST(NSString, FormatsObjectsAndCountsUTF16Units)
     EXPECT_EQ(NSString::create("h\xC3\xA9llo \xF0\x9F\x98\x80")->length(), 8u);
 }
 
+TEST(NSString, MapsCaseByUnicodeTheSameInEveryLanguage)
+{
+    EXPECT_EQ(NSString::lowercaseString("ÉCOLE Straße ΣΟΦΙΑ РАБОТА"), "école straße σοφια работа");
+    EXPECT_EQ(NSString::uppercaseString("straße école"), "STRASSE ÉCOLE");
+    // Canonical, not Turkish: I stays i even with a Turkish device, and the
+    // final sigma is ICU's context rule.
+    EXPECT_EQ(NSString::lowercaseString("ÖÖ IŞIK \u0130"), "öö işik i\u0307");
+    EXPECT_EQ(NSString::lowercaseString("\u039f\u0394\u039f\u03a3"), "\u03bf\u03b4\u03bf\u03c2");
+    // Through the runtime, as the extension may ask it.
+    auto text = NSString::create("ÀÉÎ");
+    EXPECT_EQ(objc::send<std::string>(text.get(), OBJC_SEL("lowercaseString")), "àéî");
+    EXPECT_EQ(NSString::lowercaseString(""), "");
+}
+
 TEST(IntegerConversion, TruncatesTowardZeroLikeThePhoneNaNGivesZeroAndTheEndsHold)
 {
     EXPECT_EQ(truncatedToInteger<int>(-2.9), -2);

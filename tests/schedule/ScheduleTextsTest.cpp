@@ -35,6 +35,16 @@ TEST_F(ScheduleTexts, TimeLabelShowsTodaysTimeLowerCasedWithoutLeadingZero)
     EXPECT_EQ(timeLabelText(at("2026-11-21T09:05:00").get(), true), "09:05");
 }
 
+TEST_F(ScheduleTexts, TodaysTimesAreLowerCasedInTheDevicesLanguageNotOnlyASCII)
+{
+    // Turkish writes the morning "ÖÖ"; Greek "π.μ.". "MMM d" keeps its case.
+    NSLocale::setCurrentLocaleIdentifier("tr_TR");
+    EXPECT_EQ(timeLabelText(at("2026-11-21T09:05:00").get(), false), "9:05 öö");
+    EXPECT_EQ(dayAndTimeText(at("2026-11-21T21:05:00").get(), false), "Kas 21 at 9:05 ös");
+    NSLocale::setCurrentLocaleIdentifier("el_GR");
+    EXPECT_EQ(timeLabelText(at("2026-11-21T09:05:00").get(), false), "9:05 π.μ.");
+}
+
 TEST_F(ScheduleTexts, TimeLabelShowsMonthAndDayForAnotherDay)
 {
     EXPECT_EQ(timeLabelText(at("2026-11-22T09:05:00").get(), false), "Nov 22");
@@ -71,6 +81,9 @@ TEST_F(ScheduleTexts, BlacklistIsTrimmedLowerCasedAndKeepsEmptyPieces)
     EXPECT_EQ(calendarBlacklist("a,,\tb\t"), (std::vector<std::string> { "a", "", "b" }));
     EXPECT_EQ(normalizedCalendarTitle("Home "), "home");
     EXPECT_EQ(normalizedCalendarTitle(" \t "), "");
+    // Accented and Cyrillic titles match however the setting is written.
+    EXPECT_EQ(normalizedCalendarTitle(" ÉCOLE"), "école");
+    EXPECT_EQ(calendarBlacklist("École,РАБОТА"), (std::vector<std::string> { "école", "работа" }));
 }
 
 TEST_F(ScheduleTexts, NotificationRowTextJoinsTitleImageAndMessage)
