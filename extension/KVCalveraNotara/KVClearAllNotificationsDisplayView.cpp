@@ -11,6 +11,7 @@
 #include <UIKit/UIImage.h>
 #include <UIKit/UIScreen.h>
 #include <UIKit/UIVisualEffectView.h>
+#include <objc/SharedInstance.h>
 
 KV_ROOT_WINDOW_CAPTURE("KVCalveraNotara/KVClearAllNotificationsDisplayView", 42)
 
@@ -58,17 +59,17 @@ void KVClearAllNotificationsDisplayView::clearAllNotificationsButtonReleased(NSO
         return;
     RefPtr<KVClearAllNotificationsDisplayView> protect(this);
     hide();
-    auto* panel = KVView::sharedInstance();
-    KVTableViewController* controller = panel ? panel->tableViewController() : nullptr;
+    KVView* panel = objc::sharedInstance<KVView>();
+    StrongId controller(objc::send<NSObject*>(panel, OBJC_SEL("tableViewController")));
     if (!controller)
         return;
     // A snapshot of the sections, so that removals cannot disturb the walk.
     std::vector<StrongId> sections;
-    if (auto data = controller->notificationSectionsData()) {
+    if (auto data = objc::send<RefPtr<NSDictionary>>(controller, OBJC_SEL("notificationSectionsData"))) {
         for (auto& [key, section] : data->entries())
             sections.push_back(section);
     }
     for (auto& section : sections)
         objc::send<long>(section, OBJC_SEL("removeActualNotificationSection"));
-    controller->forceReloadTableViewData();
+    objc::send(controller, OBJC_SEL("forceReloadTableViewData"));
 }

@@ -7,6 +7,7 @@
 #include <CorvLib/CVImageFactory.h>
 #include <CorvLib/CVNotificationSection.h>
 #include <UIKit/UIImage.h>
+#include <objc/SharedInstance.h>
 
 OBJC_IMPLEMENT_CLASS(KVNotificationSectionDismissButton, UIButton)
 {
@@ -36,6 +37,6 @@ void KVNotificationSectionDismissButton::buttonReleased(NSObject*)
     RefPtr<KVNotificationSectionDismissButton> protect(this);
     if (_section)
         _section->removeActualNotificationSection();
-    if (auto* panel = KVView::sharedInstance())
-        objc::send(panel->tableViewController(), OBJC_SEL("forceReloadTableViewData"));
+    KVView* panel = objc::sharedInstance<KVView>();
+    objc::send(objc::send<NSObject*>(panel, OBJC_SEL("tableViewController")), OBJC_SEL("forceReloadTableViewData"));
 }

@@ -16,6 +16,7 @@
 #include <UIKit/UIImageView.h>
 #include <UIKit/UILabel.h>
 #include <UIKit/UIVisualEffectView.h>
+#include <objc/SharedInstance.h>
 
 #include <algorithm>
 
@@ -227,8 +228,8 @@ void KVSingleNotificationDisplayView::launchAppButtonReleased(NSObject*)
 
 void KVSingleNotificationDisplayView::reloadTable() const
 {
-    if (auto* panel = KVView::sharedInstance())
-        objc::send(panel->tableViewController(), OBJC_SEL("forceReloadTableViewData"));
+    KVView* panel = objc::sharedInstance<KVView>();
+    objc::send(objc::send<NSObject*>(panel, OBJC_SEL("tableViewController")), OBJC_SEL("forceReloadTableViewData"));
 }
 
 void KVSingleNotificationDisplayView::dismissNotificationButtonReleased(NSObject*)

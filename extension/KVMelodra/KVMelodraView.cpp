@@ -14,6 +14,7 @@
 #include <UIKit/UILabel.h>
 #include <UIKit/UISwipeGestureRecognizer.h>
 #include <UIKit/UITapGestureRecognizer.h>
+#include <objc/SharedInstance.h>
 
 #include <algorithm>
 
@@ -101,7 +102,7 @@ void KVMelodraView::changeFrame(CGRect panelBounds)
     double p = panelBounds.size.width;
     double q = panelBounds.size.height;
     auto* panel = dynamic_cast<KVView*>(superview());
-    UIView* launcher = panel ? panel->appLauncherView() : nullptr;
+    UIView* launcher = panel ? objc::send<UIView*>(panel, OBJC_SEL("appLauncherView")) : nullptr;
     double y;
     if (launcher && !launcher->isHidden())
         y = launcher->frame().origin.y - stripHeight - 10;
@@ -151,7 +152,7 @@ void KVMelodraView::playPauseButtonSingleTapRecognizer(UIGestureRecognizer*)
 void KVMelodraView::showMusicDisplayViewSingleTapRecognizer(UIGestureRecognizer*)
 {
     if (_settings->melodraOverlayEnabled())
-        KVMusicDisplayView::sharedInstance()->show();
+        objc::send(objc::sharedInstance<KVMusicDisplayView>(), OBJC_SEL("show"));
 }
 
 void KVMelodraView::swipeUpRecognizer(UIGestureRecognizer*)

@@ -14,6 +14,7 @@
 #include <UIKit/UIImageView.h>
 #include <UIKit/UILabel.h>
 #include <UIKit/UITapGestureRecognizer.h>
+#include <objc/SharedInstance.h>
 
 static const CGSize batteryIconSize { 25, 12.5 };
 
@@ -47,7 +48,7 @@ void KVView::addAmpero()
     }
 
     // Made now so that its first opening is quick.
-    KVAmperoDisplayView::sharedInstance();
+    objc::sharedInstance<KVAmperoDisplayView>();
 }
 
 void KVView::layoutAmpero()

@@ -10,6 +10,8 @@
 #include "settings/KVSettings.h"
 #include "weather/KVWeatherDisplayView.h"
 
+#include <objc/SharedInstance.h>
+
 static bool s_fullscreenAlertShowing;
 
 bool KVView::fullscreenAlertShowing() { return s_fullscreenAlertShowing; }
@@ -21,19 +23,19 @@ void KVView::timeContainerSingleTapRecognizer(UIGestureRecognizer*)
         return;
     if (!systemVersionAtLeast("9.0"))
         return;
-    KVTimeDisplayView::sharedInstance()->show();
+    objc::send(objc::sharedInstance<KVTimeDisplayView>(), OBJC_SEL("show"));
 }
 
 void KVView::weatherContainerSingleTapRecognizer(UIGestureRecognizer*)
 {
     if (_settings->forecastOverlayEnabled())
-        KVWeatherDisplayView::sharedInstance()->show();
+        objc::send(objc::sharedInstance<KVWeatherDisplayView>(), OBJC_SEL("show"));
 }
 
 void KVView::amperoContainerSingleTapRecognizer(UIGestureRecognizer*)
 {
     if (_settings->amperoOverlayEnabled())
-        KVAmperoDisplayView::sharedInstance()->show();
+        objc::send(objc::sharedInstance<KVAmperoDisplayView>(), OBJC_SEL("show"));
 }
 
 bool KVView::hideAnyShowingDisplayViewsBecauseHomeButtonPressed(bool byHomeButton)

@@ -13,6 +13,7 @@
 #include <UIKit/UIImage.h>
 #include <UIKit/UILabel.h>
 #include <UIKit/UITapGestureRecognizer.h>
+#include <objc/SharedInstance.h>
 
 static constexpr const char* weatherErrorText
     = "Enable location services for weather then open the weather app. Make sure you have an internet connection.";
@@ -44,7 +45,7 @@ void KVView::addForecast()
         _weatherContainerView->addSubview(label);
 
     // Made now so that its first opening is quick.
-    KVWeatherDisplayView::sharedInstance();
+    objc::sharedInstance<KVWeatherDisplayView>();
 }
 
 // The three stacked rows of the weather line; each label's type is its row's

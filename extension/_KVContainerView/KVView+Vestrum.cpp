@@ -15,6 +15,7 @@
 #include <UIKit/UILabel.h>
 #include <UIKit/UILongPressGestureRecognizer.h>
 #include <UIKit/UITapGestureRecognizer.h>
+#include <objc/SharedInstance.h>
 
 static constexpr double iconSide = 15;
 
@@ -48,7 +49,7 @@ void KVView::addVestrum()
     _alarmTimerLabel->addGestureRecognizer(make<UILongPressGestureRecognizer>(this, OBJC_SEL("alarmTimerLabelLongPressRecognizer:")).get());
     addSubview(_alarmTimerLabel.get());
 
-    objc::send(KVTimeDisplayView::sharedInstance(), OBJC_SEL("setDelegate:"), static_cast<NSObject*>(this));
+    objc::send(objc::sharedInstance<KVTimeDisplayView>(), OBJC_SEL("setDelegate:"), static_cast<NSObject*>(this));
 }
 
 void KVView::layoutVestrum(double topMargin, double alarmLineY, double dateOffset)
@@ -99,8 +100,9 @@ void KVView::updateTimeDatelabels()
     clock.font = UIFont::fontWithName("HelveticaNeue-Light", 45);
     NSTextAttributes date;
     date.font = UIFont::fontWithName("HelveticaNeue-Light", 16);
-    auto text = NSMutableAttributedString::create(timeFromNSDate(now.get()) + "\n", clock);
-    text->appendString(dateFromNSDate(now.get()), date);
+    NSObject* nowObject = now.get();
+    auto text = NSMutableAttributedString::create(objc::send<std::string>(this, OBJC_SEL("timeFromNSDate:"), nowObject) + "\n", clock);
+    text->appendString(objc::send<std::string>(this, OBJC_SEL("dateFromNSDate:"), nowObject), date);
     _timeDateLabel->setAttributedText(text.get());
 }
 

@@ -56,6 +56,19 @@ OBJC_IMPLEMENT_CLASS(KVView, UIView)
     c.method<&KVView::setTimerState>("setTimerState:");
     c.method<&KVView::timerTimeRemaining>("timerTimeRemaining");
     c.method<&KVView::setTimerTimeRemaining>("setTimerTimeRemaining:");
+    c.method<&KVView::updateAmperoSummary>("updateAmperoSummary");
+    c.method<&KVView::timeFromNSDate>("timeFromNSDate:");
+    c.method<&KVView::dateFromNSDate>("dateFromNSDate:");
+    c.method<&KVView::tableViewController>("tableViewController");
+    c.method<&KVView::appLauncherView>("appLauncherView");
+    c.method<&KVView::melodraView>("melodraView");
+    c.method<&KVView::addBackground>("addBackground");
+    c.method<&KVView::addVestrum>("addVestrum");
+    c.method<&KVView::addForecast>("addForecast");
+    c.method<&KVView::addAmpero>("addAmpero");
+    c.method<&KVView::addCalveraNotaraTableView>("addCalveraNotaraTableView");
+    c.method<&KVView::addLancera>("addLancera");
+    c.method<&KVView::addMelodraView>("addMelodraView");
     c.method<&KVView::width>("width");
     c.method<&KVView::height>("height");
     c.ivar<&KVView::_wallpaperImageView>("_wallpaperImageView");
@@ -103,17 +116,19 @@ KVView::KVView()
     _timerState = -1;
     setBackgroundColor(UIColor::clearColor());
 
+    // Every step is a message to itself, as on the phone, so that another
+    // extension's replacement of any of them takes part in the construction.
     if (_settings->blurEnabled())
-        addBackground();
-    addVestrum();
-    addForecast();
-    addAmpero();
-    addCalveraNotaraTableView();
-    addLancera();
-    addMelodraView();
+        objc::send(this, OBJC_SEL("addBackground"));
+    objc::send(this, OBJC_SEL("addVestrum"));
+    objc::send(this, OBJC_SEL("addForecast"));
+    objc::send(this, OBJC_SEL("addAmpero"));
+    objc::send(this, OBJC_SEL("addCalveraNotaraTableView"));
+    objc::send(this, OBJC_SEL("addLancera"));
+    objc::send(this, OBJC_SEL("addMelodraView"));
 
-    updateLabels();
-    updateViewVisibilites();
+    objc::send(this, OBJC_SEL("updateLabels"));
+    objc::send(this, OBJC_SEL("updateViewVisibilites"));
 
     RefPtr<KVView> protect(this);
     NSRunLoop::mainRunLoop()->scheduleAfter(5.0, [protect] { objc::send(protect.get(), OBJC_SEL("update")); });
@@ -193,11 +208,11 @@ void KVView::changeFrame(CGRect frame)
     layoutAmpero();
     layoutForecast(weatherTop);
 
-    _appLauncherView->changeFrame(bounds());
-    _appLauncherView->update();
-    _melodraView->changeFrame(bounds());
-    _tableViewController->changeFrame(bounds());
-    _tableViewController->refreshTableViewLayout();
+    objc::send(_appLauncherView, OBJC_SEL("changeFrame:"), bounds());
+    objc::send(_appLauncherView, OBJC_SEL("update"));
+    objc::send(_melodraView, OBJC_SEL("changeFrame:"), bounds());
+    objc::send(_tableViewController, OBJC_SEL("changeFrame:"), bounds());
+    objc::send(_tableViewController, OBJC_SEL("refreshTableViewLayout"));
 }
 
 void KVView::updateViewVisibilites()
@@ -207,8 +222,8 @@ void KVView::updateViewVisibilites()
     _alarmTimerLabel->setHidden(!(_settings->showAlarmTimer() && systemVersionAtLeast("9.0") && !systemVersionAtLeast("10.0")));
     _appLauncherView->setHidden(!_settings->lanceraEnabled());
     _melodraView->setHidden(!(_settings->melodraEnabled() && _musicProvider->nowPlayingInfoExists()));
-    _tableViewController->changeFrame(bounds());
-    _melodraView->changeFrame(bounds());
+    objc::send(_tableViewController, OBJC_SEL("changeFrame:"), bounds());
+    objc::send(_melodraView, OBJC_SEL("changeFrame:"), bounds());
 }
 
 void KVView::frameUpdateTimer(NSTimer*)
@@ -220,10 +235,8 @@ void KVView::frameUpdateTimer(NSTimer*)
     CGRect screen = UIScreen::mainScreen()->bounds();
     double shorter = std::min(screen.size.width, screen.size.height);
     double longer = std::max(screen.size.width, screen.size.height);
-    if (orientation == 1)
-        changeFrame(CGRectMake(0, 0, shorter, longer));
-    else
-        changeFrame(CGRectMake(0, 0, longer, shorter));
+    CGRect frame = orientation == 1 ? CGRectMake(0, 0, shorter, longer) : CGRectMake(0, 0, longer, shorter);
+    objc::send(this, OBJC_SEL("changeFrame:"), frame);
     _previousInterfaceOrientation = orientation;
 }
 
@@ -245,13 +258,13 @@ void KVView::visibilityHandlerAndTimeUpdateTimer(NSTimer*)
         else if (isHidden())
             setHidden(false);
     }
-    updateTimeDatelabels();
-    updateAmperoSummary();
-    updateAlarmTimerLabel();
-    updateViewVisibilites();
+    objc::send(this, OBJC_SEL("updateTimeDatelabels"));
+    objc::send(this, OBJC_SEL("updateAmperoSummary"));
+    objc::send(this, OBJC_SEL("updateAlarmTimerLabel"));
+    objc::send(this, OBJC_SEL("updateViewVisibilites"));
 }
 
-void KVView::weatherUpdateTimer(NSTimer*) { updateForecastLabels(); }
+void KVView::weatherUpdateTimer(NSTimer*) { objc::send(this, OBJC_SEL("updateForecastLabels")); }
 
 void KVView::scheduleAndNotificationsUpdateTimer(NSTimer*)
 {
@@ -261,21 +274,21 @@ void KVView::scheduleAndNotificationsUpdateTimer(NSTimer*)
         : !objc::send<bool>(backlight, OBJC_SEL("screenIsOff"));
     StrongId lockScreenManager = objc::send<StrongId>(objc::objc_getClass("SBLockScreenManager"), OBJC_SEL("sharedInstance"));
     if (screenOn && objc::send<bool>(lockScreenManager, OBJC_SEL("isUILocked")))
-        _tableViewController->reloadTableViewData();
+        objc::send(_tableViewController, OBJC_SEL("reloadTableViewData"));
 }
 
 void KVView::update()
 {
-    _tableViewController->reloadTableViewData();
-    updateLabels();
+    objc::send(_tableViewController, OBJC_SEL("reloadTableViewData"));
+    objc::send(this, OBJC_SEL("updateLabels"));
     _hasUpdatedAtLeastOnce = true;
 }
 
 void KVView::updateLabels()
 {
-    updateTimeDatelabels();
-    updateAlarmTimerLabel();
-    updateForecastLabels();
+    objc::send(this, OBJC_SEL("updateTimeDatelabels"));
+    objc::send(this, OBJC_SEL("updateAlarmTimerLabel"));
+    objc::send(this, OBJC_SEL("updateForecastLabels"));
     _timeDateLabel->setTextColor(_settings->timeColor());
     RefPtr<UIColor> alarmTimerColor = _settings->alarmTimerColor();
     _alarmTimerLabel->setTextColor(alarmTimerColor);
@@ -287,5 +300,5 @@ void KVView::updateLabels()
     if (_batteryPercentLabel)
         _batteryPercentLabel->setTextColor(_settings->amperoThemeColor());
     // The alarm line carries its icons inline: rebuild it with the new tint.
-    updateAlarmTimerLabel();
+    objc::send(this, OBJC_SEL("updateAlarmTimerLabel"));
 }

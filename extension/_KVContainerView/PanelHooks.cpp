@@ -4,6 +4,7 @@
 #include "KVView.h"
 
 #include "host/HookGroup.h"
+#include "host/HookMessages.h"
 #include "settings/KVSettings.h"
 
 using objc::IMP;
@@ -19,8 +20,7 @@ StrongId s_lockScreenView;
 
 bool closeOverlays(bool byHomeButton)
 {
-    KVView* panel = KVView::currentPanel();
-    return panel && panel->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(byHomeButton);
+    return hookMessages::closeOverlays(KVView::currentPanel(), byHomeButton);
 }
 
 IMP s_initWithFrame;
@@ -34,8 +34,7 @@ IMP s_noteMenuButtonDown;
 void noteMenuButtonDown(NSObject* self, SEL cmd)
 {
     // On the lock screen the press is taken before the host sees it.
-    KVSettings* settings = KVSettings::sharedInstance();
-    if (settings->enabled() && settings->location() == KVPanelLocation::LockScreen && closeOverlays(true))
+    if (hookMessages::enabled() && hookMessages::location() == KVPanelLocation::LockScreen && closeOverlays(true))
         return;
     objc::callOriginal(s_noteMenuButtonDown, self, cmd);
 }
@@ -46,8 +45,7 @@ bool clickedMenuButton(NSObject* self, SEL cmd)
     // Elsewhere the host acts first; the press then counts as handled by
     // turning the host's YES into NO.
     bool handled = objc::callOriginal<bool>(s_clickedMenuButton, self, cmd);
-    KVSettings* settings = KVSettings::sharedInstance();
-    if (handled && settings->enabled() && settings->location() != KVPanelLocation::LockScreen && closeOverlays(true))
+    if (handled && hookMessages::enabled() && hookMessages::location() != KVPanelLocation::LockScreen && closeOverlays(true))
         return false;
     return handled;
 }

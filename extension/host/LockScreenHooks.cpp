@@ -4,6 +4,7 @@
 // view, timer view, media controls, time and date) stay out of its way.
 
 #include "HookGroup.h"
+#include "HookMessages.h"
 #include "HostHooks.h"
 
 #include "_KVContainerView/KVView.h"
@@ -17,21 +18,21 @@
 
 using objc::IMP;
 using objc::SEL;
+using namespace hookMessages;
 
 namespace {
 
 // Active when the extension is on and placed on the lock screen.
 bool lockScreenActive()
 {
-    KVSettings* settings = KVSettings::sharedInstance();
-    return settings->enabled() && settings->location() == KVPanelLocation::LockScreen;
+    return enabled() && location() == KVPanelLocation::LockScreen;
 }
 
 IMP s_defaultLockScreenDimInterval;
 double defaultLockScreenDimInterval(NSObject* self, SEL cmd)
 {
     if (lockScreenActive()) {
-        double duration = KVSettings::sharedInstance()->idleTimerDuration();
+        double duration = objc::send<double>(settings(), OBJC_SEL("idleTimerDuration"));
         // Truncated as the phone converts: NaN gives 0 and so the host's
         // interval; infinities and huge values saturate and are returned.
         if (truncatedToInteger<long long>(duration) != 0)
@@ -44,11 +45,11 @@ IMP s_lockScreenViewInitWithFrame;
 StrongId lockScreenViewInitWithFrame(NSObject* self, SEL cmd, CGRect frame)
 {
     StrongId view = objc::callOriginal<StrongId>(s_lockScreenViewInitWithFrame, self, cmd, frame);
-    KVSettings::sharedInstance()->reload();
+    reloadSettings();
     if (lockScreenActive()) {
-        KVView* panel = KVView::sharedInstance();
-        panel->updateForecastLabels();
-        panel->appLauncherView()->update();
+        KVView* shared = panel();
+        objc::send(shared, OBJC_SEL("updateForecastLabels"));
+        objc::send(objc::send<NSObject*>(shared, OBJC_SEL("appLauncherView")), OBJC_SEL("update"));
     }
     return view;
 }
@@ -56,20 +57,18 @@ StrongId lockScreenViewInitWithFrame(NSObject* self, SEL cmd, CGRect frame)
 IMP s_lockScreenViewLayoutSubviews;
 void lockScreenViewLayoutSubviews(NSObject* self, SEL cmd)
 {
-    if (lockScreenActive()) {
-        KVSettings* settings = KVSettings::sharedInstance();
-        KVView* panel = KVView::sharedInstance();
-        if (panel->tableViewController()->hasLoadedDataAtLeastOnce())
-            panel->update();
-        if (!panel->superview()) {
+    if (KVView* shared = lockScreenActive() ? panel() : nullptr) {
+        if (objc::send<bool>(objc::send<NSObject*>(shared, OBJC_SEL("tableViewController")), OBJC_SEL("hasLoadedDataAtLeastOnce")))
+            objc::send(shared, OBJC_SEL("update"));
+        if (!shared->superview()) {
             StrongId scrollView = objc::object_getIvar(self, "_foregroundScrollView");
             objc::send(scrollView, OBJC_SEL("setFrame:"), UIScreen::mainScreen()->bounds());
             if (auto* container = objc::cast<UIView>(scrollView))
-                container->addSubview(panel);
+                container->addSubview(shared);
         }
         objc::send(objc::object_getIvar(self, "_pluginView"), OBJC_SEL("setHidden:"), true);
         objc::send(objc::object_getIvar(self, "_bottomLeftGrabberView"), OBJC_SEL("setHidden:"), true);
-        if (!settings->shouldShowStatusBar()) {
+        if (!shouldShowStatusBar()) {
             StrongId manager = objc::send<StrongId>(objc::objc_getClass("SBAppStatusBarManager"), OBJC_SEL("sharedInstance"));
             objc::send(manager, OBJC_SEL("setStatusBarAlpha:"), 0.0);
         }
@@ -122,8 +121,8 @@ IMP s_handleDisplayTurnedOff;
 void handleDisplayTurnedOff(NSObject* self, SEL cmd)
 {
     // Whatever the placement: a dark screen closes every overlay.
-    if (KVSettings::sharedInstance()->enabled())
-        KVView::sharedInstance()->hideAnyShowingDisplayViewsBecauseHomeButtonPressed(false);
+    if (enabled())
+        closeOverlays(panel(), false);
     objc::callOriginal(s_handleDisplayTurnedOff, self, cmd);
 }
 
@@ -148,7 +147,7 @@ IMP s_addBatteryChargingViewAndShowBattery;
 IMP s_addTimerView;
 IMP s_addTimerViewIfNecessary;
 
-bool hidesStatusBar() { return lockScreenActive() && !KVSettings::sharedInstance()->shouldShowStatusBar(); }
+bool hidesStatusBar() { return lockScreenActive() && !shouldShowStatusBar(); }
 
 IMP s_statusBarStyle;
 long long statusBarStyle(NSObject* self, SEL cmd)

@@ -1,6 +1,7 @@
 // Replacements for the notification centre: the panel takes over its content.
 
 #include "HookGroup.h"
+#include "HookMessages.h"
 #include "HostHooks.h"
 
 #include "_KVContainerView/KVView.h"
@@ -10,42 +11,42 @@
 using objc::IMP;
 using objc::SEL;
 
+using namespace hookMessages;
+
 namespace {
 
 bool notificationCenterActive()
 {
-    KVSettings* settings = KVSettings::sharedInstance();
-    return settings->enabled() && settings->location() == KVPanelLocation::NotificationCenter;
+    return enabled() && location() == KVPanelLocation::NotificationCenter;
 }
 
 IMP s_loadContentViewControllers;
 void loadContentViewControllers(NSObject* self, SEL cmd)
 {
     objc::callOriginal(s_loadContentViewControllers, self, cmd);
-    KVSettings::sharedInstance()->reload();
+    reloadSettings();
     if (!notificationCenterActive())
         return;
-    KVView* panel = KVView::sharedInstance();
+    KVView* shared = panel();
     auto* view = objc::cast<UIView>(objc::send<NSObject*>(self, OBJC_SEL("view")));
     if (!view)
         return;
     for (auto& subview : view->subviews()) {
-        if (subview.get() != panel)
+        if (subview.get() != shared)
             subview->setHidden(true);
     }
-    if (!panel->superview())
-        view->addSubview(panel);
+    if (shared && !shared->superview())
+        view->addSubview(shared);
 }
 
 IMP s_viewWillAppear;
 void viewWillAppear(NSObject* self, SEL cmd, bool animated)
 {
-    KVSettings::sharedInstance()->reload();
+    reloadSettings();
     if (notificationCenterActive()) {
-        KVView* panel = KVView::sharedInstance();
-        panel->setHidden(false);
-        panel->update();
-        panel->appLauncherView()->update();
+        KVView* shared = panel();
+        objc::send(shared, OBJC_SEL("setHidden:"), false);
+        updatePanelAndLauncher(shared);
     }
     objc::callOriginal(s_viewWillAppear, self, cmd, animated);
 }
@@ -53,7 +54,7 @@ void viewWillAppear(NSObject* self, SEL cmd, bool animated)
 IMP s_loadStatusBar;
 void loadStatusBar(NSObject* self, SEL cmd)
 {
-    if (notificationCenterActive() && !KVSettings::sharedInstance()->shouldShowStatusBar())
+    if (notificationCenterActive() && !shouldShowStatusBar())
         return;
     objc::callOriginal(s_loadStatusBar, self, cmd);
 }

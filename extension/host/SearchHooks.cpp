@@ -2,6 +2,7 @@
 // page over when the page is presented from the panel's edge.
 
 #include "HookGroup.h"
+#include "HookMessages.h"
 #include "HostHooks.h"
 
 #include "_KVContainerView/KVView.h"
@@ -13,6 +14,7 @@ extern "C" __attribute__((visibility("default"))) int spotlightEdge = 0;
 
 using objc::IMP;
 using objc::SEL;
+using namespace hookMessages;
 
 namespace {
 
@@ -22,15 +24,14 @@ StrongId s_navigationController;
 
 bool searchActive()
 {
-    KVSettings* settings = KVSettings::sharedInstance();
-    int location = settings->location();
-    return settings->enabled() && (location == KVPanelLocation::SearchPageRight || location == KVPanelLocation::SearchPageTop);
+    int placement = location();
+    return enabled() && (placement == KVPanelLocation::SearchPageRight || placement == KVPanelLocation::SearchPageTop);
 }
 
 // Whether the page is being presented from the edge the panel is placed on.
 bool ownsSearchPage()
 {
-    int edge = KVSettings::sharedInstance()->location() == KVPanelLocation::SearchPageRight ? 8 : 1;
+    int edge = location() == KVPanelLocation::SearchPageRight ? 8 : 1;
     return edge == spotlightEdge;
 }
 
@@ -50,13 +51,11 @@ IMP s_searchInit;
 StrongId searchInit(NSObject* self, SEL cmd)
 {
     StrongId controller = objc::callOriginal<StrongId>(s_searchInit, self, cmd);
-    KVSettings::sharedInstance()->reload();
-    if (searchActive()) {
-        KVView* panel = KVView::sharedInstance();
-        panel->update();
-        panel->appLauncherView()->update();
+    reloadSettings();
+    if (KVView* shared = searchActive() ? panel() : nullptr) {
+        updatePanelAndLauncher(shared);
         if (auto* view = objc::cast<UIView>(objc::send<NSObject*>(controller, OBJC_SEL("view"))))
-            view->addSubview(panel);
+            view->addSubview(shared);
     }
     return controller;
 }
@@ -64,38 +63,34 @@ StrongId searchInit(NSObject* self, SEL cmd)
 IMP s_didFinishPresenting;
 void didFinishPresenting(NSObject* self, SEL cmd, bool presented)
 {
-    KVSettings* settings = KVSettings::sharedInstance();
-    settings->reload();
+    reloadSettings();
     if (!searchActive())
         return objc::callOriginal(s_didFinishPresenting, self, cmd, presented);
     if (!ownsSearchPage())
         return objc::callOriginal(s_didFinishPresenting, self, cmd, presented);
-    if (!settings->shouldShowStatusBar())
+    if (!shouldShowStatusBar())
         setStatusBarAlpha(presented ? 0.0 : 1.0);
-    KVView* panel = KVView::sharedInstance();
-    panel->update();
-    panel->appLauncherView()->update();
+    updatePanelAndLauncher(panel());
 }
 
 IMP s_updatePresentationProgress;
 void updatePresentationProgress(NSObject* self, SEL cmd, double progress)
 {
-    KVSettings* settings = KVSettings::sharedInstance();
     // Every slide-in starts with fresh settings.
     if (progress < static_cast<double>(0.1f))
-        settings->reload();
+        reloadSettings();
     if (!searchActive())
         return objc::callOriginal(s_updatePresentationProgress, self, cmd, progress);
-    KVView* panel = KVView::sharedInstance();
+    KVView* shared = panel();
     if (ownsSearchPage()) {
-        if (!settings->shouldShowStatusBar())
+        if (!shouldShowStatusBar())
             setStatusBarAlpha(0.0);
         setSearchInterfaceHidden(true);
-        panel->setHidden(false);
+        objc::send(shared, OBJC_SEL("setHidden:"), false);
         return;
     }
     setSearchInterfaceHidden(false);
-    panel->setHidden(true);
+    objc::send(shared, OBJC_SEL("setHidden:"), true);
     objc::callOriginal(s_updatePresentationProgress, self, cmd, progress);
 }
 

@@ -8,10 +8,11 @@
 #include "settings/KVSettings.h"
 #include "weather/KVWeatherDisplayView.h"
 
+// Asked as a message, so that a replacement of the class method is seen.
 template<typename Overlay>
 static NSObject* overlay()
 {
-    return static_cast<NSObject*>(Overlay::sharedInstance());
+    return objc::send<NSObject*>(Overlay::classObject(), OBJC_SEL("sharedInstance"));
 }
 
 const std::vector<OverlayEntry>& closableOverlays()

@@ -344,8 +344,8 @@ void KVTableViewController::changeFrame(CGRect panelBounds)
     CGRect clock = clockLabel ? clockLabel->frame() : CGRectZero;
     double top = std::trunc(clock.origin.y + 1.5 * clock.size.height);
     double height = std::trunc(h - top - 10);
-    UIView* music = panel->melodraView();
-    UIView* launcher = panel->appLauncherView();
+    auto* music = objc::send<UIView*>(panel, OBJC_SEL("melodraView"));
+    auto* launcher = objc::send<UIView*>(panel, OBJC_SEL("appLauncherView"));
     bool musicHidden = !music || music->isHidden();
     if (m_settings->lanceraEnabled()) {
         double bottom = musicHidden ? h - (launcher ? launcher->frame().origin.y : h) + 5 : h - music->frame().origin.y + 10;
