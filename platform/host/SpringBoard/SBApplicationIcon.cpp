@@ -2,6 +2,9 @@
 
 #include "SBApplication.h"
 
+#include <Foundation/NSDate.h>
+#include <Foundation/NSDateFormatter.h>
+#include <Foundation/NSLocale.h>
 #include <UIKit/RenderContext.h>
 #include <UIKit/UIFont.h>
 #include <UIKit/UIImageView.h>
@@ -98,10 +101,57 @@ static RefPtr<UIImage> maskedIcon(const UIImage& picture, const std::string& nam
     }, name);
 }
 
+// The Calendar app's icon is live, as on the phone: today's weekday over the
+// day of the month, in the device's language and time zone, drawn on the
+// app's page (its art, or a white square without one).
+static constexpr const char* calendarIdentifier = "com.apple.mobilecal";
+
+static std::string todayFormatted(const char* pattern)
+{
+    auto formatter = NSDateFormatter::create();
+    formatter->setDateFormat(pattern);
+    return formatter->stringFromDate(NSDate::date().get());
+}
+
+// What the calendar icon shows depends on: the day and the language.
+static std::string calendarFace() { return todayFormatted("yyyy-MM-dd") + " " + NSLocale::currentLocaleIdentifier(); }
+
+static RefPtr<UIImage> calendarIcon(RefPtr<UIImage> page, double scale)
+{
+    constexpr double side = SBApplicationIcon::iconSize;
+    if (!page) {
+        page = UIImage::imageWithSize({ side, side }, scale, [&](cairo_t* cr) {
+            addRoundedRectangle(cr, CGRectMake(0, 0, side, side), side * SBApplicationIcon::cornerRadiusRatio);
+            cairo_set_source_rgb(cr, 1, 1, 1);
+            cairo_fill(cr);
+        }, "");
+    }
+    auto view = UIImageView::create(CGRectMake(0, 0, side, side));
+    view->setImage(page);
+    auto weekday = UILabel::create(CGRectMake(4, 5, side - 8, 13));
+    weekday->setText(todayFormatted("EEEE"));
+    weekday->setFont(UIFont::fontWithName("HelveticaNeue-Medium", 8.5));
+    weekday->setAdjustsFontSizeToFitWidth(true);
+    weekday->setTextColor(UIColor::colorWithRed(1, 0.231, 0.188, 1));
+    weekday->setTextAlignment(NSTextAlignmentCenter);
+    view->addSubview(weekday.get());
+    auto day = UILabel::create(CGRectMake(0, 15, side, 42));
+    day->setText(todayFormatted("d"));
+    day->setFont(UIFont::fontWithName("HelveticaNeue-UltraLight", 33));
+    day->setTextColor(UIColor::colorWithRed(0.067, 0.067, 0.067, 1));
+    day->setTextAlignment(NSTextAlignmentCenter);
+    view->addSubview(day.get());
+    auto image = UIRenderer::renderView(*view, scale);
+    if (image)
+        image->setName(std::string("icon:") + calendarIdentifier);
+    return image ? image : page;
+}
+
 // SpringBoard keeps the icons it made: the lock screen and the extension ask
 // for an app's icon at every reload. An icon stands while what it was made
 // from is unchanged: the same decoded art file (a rewritten file decodes to a
-// new image), or the same colour, name and scale for a drawn one.
+// new image), or the same colour, name and scale for a drawn one; the
+// calendar's also while the day and the language are the same.
 namespace {
 
 struct MadeIcon {
@@ -109,6 +159,7 @@ struct MadeIcon {
     std::string color;
     std::string name;
     double scale { 0 };
+    std::string face;
     RefPtr<UIImage> icon;
 };
 
@@ -127,19 +178,23 @@ RefPtr<UIImage> SBApplicationIcon::iconImageForApp(const HostWorld::App& app, do
     RefPtr<UIImage> picture;
     if (!artDirectory().empty())
         picture = UIImage::imageWithContentsOfFile(artDirectory() + "/icons/" + app.bundleIdentifier + ".png");
+    bool isCalendar = app.bundleIdentifier == calendarIdentifier;
+    std::string face = isCalendar ? calendarFace() : std::string();
     auto& icons = madeIcons();
     if (auto made = icons.find(app.bundleIdentifier); made != icons.end()) {
         const MadeIcon& entry = made->second;
-        if (entry.picture == picture && (picture || (entry.color == app.color && entry.name == app.name && entry.scale == scale)))
+        if (entry.picture == picture && entry.face == face && (picture || (entry.color == app.color && entry.name == app.name && entry.scale == scale)))
             return entry.icon;
     }
     RefPtr<UIImage> icon = picture ? maskedIcon(*picture, "icon:" + app.bundleIdentifier) : nullptr;
-    if (!icon) {
+    if (!icon)
         picture = nullptr;
+    if (isCalendar)
+        icon = calendarIcon(icon, scale);
+    else if (!icon)
         icon = drawnIcon(app, scale);
-    }
     if (icons.size() >= madeIconLimit && !icons.contains(app.bundleIdentifier))
         icons.erase(icons.begin());
-    icons[app.bundleIdentifier] = { picture, app.color, app.name, scale, icon };
+    icons[app.bundleIdentifier] = { picture, app.color, app.name, scale, face, icon };
     return icon;
 }
