@@ -3,7 +3,7 @@
 import { test } from 'node:test';
 import assert from 'node:assert/strict';
 import { classify, wheelLine } from '../../simulator/live/page/gestures.js';
-import { pathAt, nodeAt, dragTargetAt, answersDoubleTap } from '../../simulator/live/page/dumpTree.js';
+import { pathAt, nodeAt, dragTargetAt, answersDoubleTap, addMissingTargets } from '../../simulator/live/page/dumpTree.js';
 import { quote, quoted, expectedValue, line, option, absoluteTime } from '../../simulator/live/page/scenarioText.js';
 import { prefsValue } from '../../simulator/live/page/settings.js';
 import { plainFileName } from '../../simulator/live/page/world.js';
@@ -53,6 +53,16 @@ test('the view under a point', async (t) => {
     await t.test('nothing at a point outside every window, and no dump yet', () => {
         assert.equal(nodeAt(dump, 500, 900), null);
         assert.deepEqual(pathAt(null, 1, 1), []);
+    });
+    await t.test('a dump without targets gets them from names, counted in tree order across windows', () => {
+        const row = (name, children = []) => ({ class: 'UIView', name, screen: [0, 0, 1, 1], children });
+        const old = { windows: [{ class: 'UIWindow', name: 'UIWindow', children: [row('_cell', [row('_titleLabel')]), row('_cell', [row('_titleLabel')])] },
+            { class: 'UIWindow', name: 'UIWindow', children: [row('_titleLabel', []), { ...row('_kept'), target: '#_kept@3' }] }] };
+        addMissingTargets(old);
+        const targets = [];
+        const walk = (node) => { targets.push(node.target); (node.children ?? []).forEach(walk); };
+        old.windows.forEach(walk);
+        assert.deepEqual(targets, [undefined, '#_cell', '#_titleLabel', '#_cell@1', '#_titleLabel@1', undefined, '#_titleLabel@2', '#_kept@3']);
     });
     await t.test('a drag moves a scroll view only along an axis it can scroll', () => {
         assert.equal(dragTargetAt(dump, 10, 10, true)?.node.target, '#_foregroundScrollView');

@@ -20,9 +20,9 @@ boot
 advance 6s
 `;
 
-export async function startSession() {
+export async function startSession(startingScenario = scenario) {
     const folder = mkdtempSync(join(tmpdir(), 'kavelin-browser-'));
-    writeFileSync(join(folder, 'start.scenario'), scenario);
+    writeFileSync(join(folder, "start.scenario"), startingScenario);
     const server = spawn(simulator, ['--live', join(folder, 'start.scenario'), '--port', '0', '--out', join(folder, 'out')],
         { stdio: ['ignore', 'pipe', 'pipe'] });
     const session = { folder, server, browser: null, page: null, address: null, stderr: '' };

@@ -44,6 +44,23 @@ export function targetOf(node) {
     return node.target ?? (node.name && node.name !== node.class ? `#${node.name}` : node.class);
 }
 
+// Gives the nodes of a dump without `target` fields the targets a name reaches them by: `#name`,
+// or `#name@N` for the N-th view of that name in tree order (windows in order, each view before
+// its subviews). Views without a name keep their class, which may also match other views.
+export function addMissingTargets(dump) {
+    const seen = new Map();
+    const visit = (node) => {
+        if (node.target === undefined && node.name && node.name !== node.class) {
+            const index = seen.get(node.name) ?? 0;
+            seen.set(node.name, index + 1);
+            node.target = index ? `#${node.name}@${index}` : `#${node.name}`;
+        }
+        (node.children ?? []).forEach(visit);
+    };
+    (dump?.windows ?? []).forEach(visit);
+    return dump;
+}
+
 export function nodeAt(dump, x, y) {
     const path = pathAt(dump, x, y);
     return path.length ? path[path.length - 1] : null;

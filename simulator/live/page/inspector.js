@@ -3,6 +3,10 @@
 import { targetOf, checkableProperties, nodeAt, nodeSummary } from './dumpTree.js';
 import { expectedValue, line } from './scenarioText.js';
 
+// Numbers shown with at most three decimals (57.39999999999998 as 57.4); the check added uses
+// the dump's own value.
+const roundedForDisplay = (key, value) => (typeof value === 'number' ? Math.round(value * 1000) / 1000 : value);
+
 export class Inspector {
     constructor(app) {
         this.app = app;
@@ -67,11 +71,14 @@ export class Inspector {
         document.getElementById('inspector-view').hidden = !node;
         if (!node)
             return;
-        document.getElementById('inspector-target').textContent = targetOf(node);
+        const target = document.getElementById('inspector-target');
+        if (target.textContent !== targetOf(node))
+            document.getElementById('inspector').scrollTop = 0;   // a new view: start at its name
+        target.textContent = targetOf(node);
         document.getElementById('inspector-class').textContent = node.class;
-        const [x, y, width, height] = node.screen;
+        const [x, y, width, height] = node.screen.map((number) => roundedForDisplay('', number));
         document.getElementById('inspector-frame').textContent =
-            `frame ${node.frame?.join(', ')}  ·  on screen ${x}, ${y}, ${width} × ${height}`;
+            `frame ${node.frame?.map((number) => roundedForDisplay('', number)).join(', ')}  ·  on screen ${x}, ${y}, ${width} × ${height}`;
         document.getElementById('inspector-json').textContent = JSON.stringify(nodeSummary(node), null, 2);
         this.showProperties(node);
     }
@@ -83,7 +90,7 @@ export class Inspector {
             const row = table.insertRow();
             row.insertCell().textContent = name;
             const valueCell = row.insertCell();
-            valueCell.textContent = typeof value === 'string' ? value : JSON.stringify(value);
+            valueCell.textContent = typeof value === 'string' ? value : JSON.stringify(value, roundedForDisplay);
             valueCell.title = valueCell.textContent;
             if (typeof value === 'string' && /^#[0-9a-f]{8}$/.test(value)) {
                 const swatch = document.createElement('span');

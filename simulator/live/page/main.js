@@ -1,6 +1,7 @@
 // The live preview page: wires the screen, inspector, controls, world editors, settings and the
 // transcript to the server, and keeps them current from the event stream.
 import * as api from './api.js';
+import { addMissingTargets } from './dumpTree.js';
 import { Controls } from './controls.js';
 import { Inspector } from './inspector.js';
 import { Screen } from './screen.js';
@@ -44,7 +45,7 @@ class App {
         this.transcript = new Transcript(this);
         this.playing = 0;
         this.refreshDump = coalesced(async () => {
-            this.dump = await api.dump();
+            this.dump = addMissingTargets(await api.dump());
             this.controls.update(this.dump, this.transcript.lines);
             this.inspector.dumpChanged();
             this.screen.fitToDump();
