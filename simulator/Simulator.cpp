@@ -5,6 +5,7 @@
 #include "SoakRunner.h"
 #include "ViewTree.h"
 #include "scenario/ExpectComparison.h"
+#include "scenario/ScenarioValues.h"
 
 #include <Foundation/NSData.h>
 #include <Foundation/NSDate.h>
@@ -28,6 +29,7 @@
 #include <host/Weather/WeatherPreferences.h>
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -97,6 +99,17 @@ int Simulator::play(const std::vector<Command>& commands)
     if (m_failedExpectations)
         return ExitExpectationFailed;
     return ExitSuccess;
+}
+
+int Simulator::playLine(const Command& command)
+{
+    m_status = ExitSuccess;
+    m_replacementLine.reset();
+    int failedBefore = m_failedExpectations;
+    if (!execute(command))
+        return m_status;
+    settle();
+    return m_failedExpectations > failedBefore ? ExitExpectationFailed : ExitSuccess;
 }
 
 void Simulator::settle()
@@ -444,6 +457,43 @@ bool Simulator::boot(const Command& command)
     return true;
 }
 
+// "2d3h0m5s250ms" without the zero parts, as the scenario language reads it.
+static std::string durationText(long long milliseconds)
+{
+    static constexpr std::pair<long long, const char*> units[] = { { 86'400'000, "d" }, { 3'600'000, "h" }, { 60'000, "m" }, { 1000, "s" }, { 1, "ms" } };
+    std::string text;
+    for (auto [size, unit] : units) {
+        if (milliseconds >= size) {
+            text += std::to_string(milliseconds / size) + unit;
+            milliseconds %= size;
+        }
+    }
+    return text.empty() ? "0s" : text;
+}
+
+// Runs the clock event by event, so that a stop request is seen between two
+// events. A stopped run goes on to the next whole millisecond, and the line
+// that replays it advances exactly as far: the same events in the same order.
+void Simulator::advanceWatched(double seconds)
+{
+    NSRunLoop* loop = NSRunLoop::mainRunLoop();
+    double start = VirtualClock::shared().monotonic();
+    double end = start + std::max(0.0, seconds);
+    while (loop->nextEventTime() <= end) {
+        if (m_shouldStop()) {
+            auto milliseconds = static_cast<long long>(std::ceil((VirtualClock::shared().monotonic() - start) * 1000));
+            while (start + *parseDuration(durationText(milliseconds)) < VirtualClock::shared().monotonic())
+                ++milliseconds;
+            std::string duration = durationText(milliseconds);
+            loop->runUntil(start + *parseDuration(duration));
+            m_replacementLine = "advance " + duration;
+            return;
+        }
+        loop->runUntil(loop->nextEventTime());
+    }
+    loop->runUntil(end);
+}
+
 static int orientationValue(RotateCommand::Orientation orientation)
 {
     switch (orientation) {
@@ -474,7 +524,10 @@ bool Simulator::executeActing(const Command& command)
 
     switch (command.kind) {
     case CommandKind::Advance:
-        NSRunLoop::mainRunLoop()->advance(command.as<AdvanceCommand>().seconds);
+        if (m_shouldStop)
+            advanceWatched(command.as<AdvanceCommand>().seconds);
+        else
+            NSRunLoop::mainRunLoop()->advance(command.as<AdvanceCommand>().seconds);
         return true;
     case CommandKind::Tap:
         if (auto point = aim(command.as<TargetCommand>().target))

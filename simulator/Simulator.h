@@ -7,7 +7,9 @@
 #include <UIKit/RecordPolicy.h>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -41,6 +43,19 @@ public:
     // What expect-shot does with reference pictures (default: record missing ones).
     void setRecordPolicy(RecordPolicy policy) { m_recordPolicy = policy; }
 
+    // For a session that plays one line at a time (the live preview): the
+    // status of that line alone (ExitExpectationFailed when it was an
+    // `expect` that did not hold).
+    int playLine(const Command&);
+    // Asked between run-loop events while `advance` runs: answering true
+    // stops the clock there (at the next whole millisecond).
+    void setStopRequest(std::function<bool()> shouldStop) { m_shouldStop = std::move(shouldStop); }
+    // After a line that was stopped short: the line that replays what it
+    // did (`advance 12345ms`).
+    const std::optional<std::string>& replacementLine() const { return m_replacementLine; }
+    // The dump of the screen and the host as they are now.
+    nlohmann::json currentDump() const { return dump(); }
+
 private:
     // Each answers false when the scenario cannot go on; m_status says why.
     bool execute(const Command&);
@@ -49,6 +64,7 @@ private:
     bool executeActing(const Command&);
     bool executeLooking(const Command&);
     bool boot(const Command&);
+    void advanceWatched(double seconds);
 
     bool fail(const Command&, int status, const std::string& message);
     bool notSupportedYet(const Command&);
@@ -67,6 +83,8 @@ private:
     int m_failedExpectations { 0 };
     std::vector<std::filesystem::path> m_writtenFiles;
     RecordPolicy m_recordPolicy;
+    std::function<bool()> m_shouldStop;
+    std::optional<std::string> m_replacementLine;
 };
 
 }
