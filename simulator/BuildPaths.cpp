@@ -19,5 +19,8 @@ BuildPaths BuildPaths::locate()
     paths.extension = fromEnvironment("KAVELIN_EXTENSION", buildDirectory / "lib" / "libKavelin.so");
     paths.resourceBundle = fromEnvironment("KAVELIN_BUNDLE", buildDirectory / "KavelinBundle.bundle");
     paths.hostArt = fromEnvironment("KAVELIN_HOST_ART", buildDirectory / "host-art");
+    // The page needs no build step: a copy beside the build, if one was made, else the sources.
+    auto installedPage = buildDirectory / "live-page";
+    paths.livePage = fromEnvironment("KAVELIN_LIVE_PAGE", std::filesystem::is_directory(installedPage, error) ? installedPage : std::filesystem::path(KV_LIVE_PAGE_SOURCE));
     return paths;
 }

@@ -43,6 +43,10 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
             options.help = true;
             continue;
         }
+        if (argument == "--live") {
+            options.live = true;
+            continue;
+        }
 
         // --out DIR and --out=DIR alike.
         std::string name = argument;
@@ -50,6 +54,20 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
         if (size_t equals = argument.find('='); equals != std::string::npos) {
             name = argument.substr(0, equals);
             value = argument.substr(equals + 1);
+        }
+        if (name == "--port") {
+            if (!value && i + 1 < arguments.size())
+                value = arguments[++i];
+            int port = -1;
+            auto digits = value.value_or("");
+            if (!digits.empty() && digits.size() <= 5 && digits.find_first_not_of("0123456789") == std::string::npos)
+                port = std::stoi(digits);
+            if (port < 0 || port > 65535)
+                return fail("option '--port' needs a port number from 0 to 65535 (0 picks a free one)");
+            if (options.port)
+                return fail("option '--port' is given twice");
+            options.port = port;
+            continue;
         }
         if (name != "--out" && name != "--root" && name != "--record")
             return fail("unknown option '" + name + "'");
@@ -72,13 +90,15 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
         else
             options.recordMode = *value;
     }
+    if (options.port && !options.live)
+        return fail("option '--port' goes with --live");
     return commandLine;
 }
 
 std::string CommandLine::usage(std::string_view programName)
 {
     std::string name(programName);
-    return "usage: " + name + " [SCENARIO] [--out DIR] [--root DIR] [--record=MODE]\n"
+    return "usage: " + name + " [SCENARIO] [--out DIR] [--root DIR] [--record=MODE] [--live [--port N]]\n"
         "\n"
         "Plays SCENARIO (a scenario file, or - for standard input) on the simulated phone;\n"
         "without one, plays the built-in demo.\n"
@@ -89,6 +109,8 @@ std::string CommandLine::usage(std::string_view programName)
         "              what expect-shot does with reference pictures: missing (the default:\n"
         "              record those not there yet), all, failed (those missing or differing)\n"
         "              or never; without it, the environment's KAVELIN_RECORD=MODE decides\n"
+        "  --live      after SCENARIO, show the phone in a browser: prints the address to open\n"
+        "  --port N    the live preview's port on 127.0.0.1 (default 8470; 0 picks a free one)\n"
         "  --help      show this text\n"
         "\n"
         "Exit status: 0 played to the end with every expect holding; 1 an expect failed;\n"

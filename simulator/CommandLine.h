@@ -19,9 +19,13 @@ struct CommandLineOptions {
     // (RecordPolicy checks the word).
     std::optional<std::string> recordMode;
     bool help { false };
+    // --live: serve the live preview after playing the scenario.
+    bool live { false };
+    // --port N (with --live); 0 picks a free port.
+    std::optional<int> port;
 };
 
-// kavelin-sim [SCENARIO] [--out DIR] [--root DIR] [--record=MODE]. A usage mistake comes back
+// kavelin-sim [SCENARIO] [--out DIR] [--root DIR] [--record=MODE] [--live [--port N]]. A usage mistake comes back
 // as an error message; the caller prints it with `usage()` and exits with 2.
 class CommandLine {
 public:

@@ -5,6 +5,8 @@
 #include "BuiltInDemo.h"
 #include "CommandLine.h"
 #include "Simulator.h"
+#include "live/LiveServer.h"
+#include "live/LiveWorker.h"
 #include "scenario/ScenarioParser.h"
 
 #include <algorithm>
@@ -98,6 +100,9 @@ std::optional<RecordPolicy> recordPolicy(const sim::CommandLineOptions& options)
 
 int main(int argc, char** argv)
 {
+    // The live preview's phone: started by the server itself, never by hand.
+    if (argc == 2 && std::string_view(argv[1]) == sim::live::LiveWorker::option)
+        return sim::live::LiveWorker::run();
     auto commandLine = sim::CommandLine::parse(argc, argv);
     if (!commandLine.isValid()) {
         std::cerr << "kavelin-sim: " << commandLine.error() << "\n" << sim::CommandLine::usage();
@@ -111,6 +116,8 @@ int main(int argc, char** argv)
     auto policy = recordPolicy(options);
     if (!policy)
         return sim::ExitCannotPlay;
+    if (options.live)
+        return sim::live::LiveServer::run(options, *policy);
     if (!options.scenario)
         return playDemo(options, *policy);
     return play(sim::ScenarioParser::parseFile(*options.scenario), options.outputDirectory, options.rootDirectory.value_or(""), *policy, false);

@@ -1,0 +1,94 @@
+#include "LiveTranscript.h"
+
+#include <algorithm>
+
+namespace sim::live {
+
+std::string trimmedMessage(const std::string& text)
+{
+    size_t end = text.find_last_not_of(" \n\r\t");
+    return end == std::string::npos ? std::string() : text.substr(0, end + 1);
+}
+
+std::string LiveTranscript::shapeKey(const Command& command)
+{
+    switch (command.kind) {
+    case CommandKind::System:
+    case CommandKind::Device:
+    case CommandKind::Locale:
+    case CommandKind::TimeZone:
+        return std::string(commandName(command.kind));
+    case CommandKind::MissingClass:
+        return "missing class " + command.as<MissingClassCommand>().className;
+    case CommandKind::MissingIvar:
+        return "missing ivar " + command.as<MissingIvarCommand>().className + " " + command.as<MissingIvarCommand>().ivarName;
+    default:
+        return {};
+    }
+}
+
+std::string LiveTranscript::text() const
+{
+    std::string text;
+    for (const Line& line : m_beforeBoot)
+        text += line.text + "\n";
+    text += "boot\n";
+    for (const Line& line : m_afterBoot)
+        text += line.text + "\n";
+    return text;
+}
+
+void LiveTranscript::append(const Command& command, const std::string& text)
+{
+    if (command.kind == CommandKind::Boot)
+        return appendBoot();
+    (m_booted ? m_afterBoot : m_beforeBoot).push_back({ text, command.kind, shapeKey(command) });
+}
+
+void LiveTranscript::applyShape(const Command& command)
+{
+    std::string key = shapeKey(command);
+    auto same = std::find_if(m_beforeBoot.begin(), m_beforeBoot.end(), [&](const Line& line) { return !key.empty() && line.shapeKey == key; });
+    if (same != m_beforeBoot.end())
+        *same = { command.text, command.kind, key };
+    else
+        m_beforeBoot.push_back({ command.text, command.kind, key });
+}
+
+LiveTranscript LiveTranscript::fromPlayed(const std::vector<Command>& commands, const PlayOutcome& outcome, Problems& problems)
+{
+    LiveTranscript transcript;
+    auto byLine = [&](int number) {
+        return std::find_if(commands.begin(), commands.end(), [&](const Command& command) { return command.line == number; });
+    };
+    int stoppedAt = 0;
+    for (const PlayedLine& played : outcome.lines) {
+        auto command = byLine(played.line);
+        if (played.status >= 2 || command == commands.end()) {
+            problems.errors.push_back(trimmedMessage(played.messages));
+            stoppedAt = played.line > 0 ? played.line : -1;
+            break;
+        }
+        if (played.status == 1) {
+            problems.failed.push_back(trimmedMessage(played.messages));
+            continue;
+        }
+        transcript.append(*command, played.playedAs.value_or(command->text));
+        if (played.playedAs) {
+            stoppedAt = played.line;
+            break;
+        }
+    }
+    // What was not reached: after the line that stopped it, or after the last
+    // line reported when the phone itself stopped.
+    int last = stoppedAt ? stoppedAt : (outcome.lines.empty() ? 0 : outcome.lines.back().line);
+    if (stoppedAt || outcome.phoneStopped) {
+        for (const Command& command : commands) {
+            if (command.line > last || stoppedAt < 0)
+                problems.dropped.push_back(command.text);
+        }
+    }
+    return transcript;
+}
+
+}

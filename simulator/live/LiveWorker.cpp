@@ -1,0 +1,72 @@
+#include "LiveWorker.h"
+
+#include "WorkerPlayer.h"
+#include "WorkerChannel.h"
+
+#include "Simulator.h"
+
+#include <UIKit/RecordPolicy.h>
+
+#include <csignal>
+#include <filesystem>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace sim::live {
+
+static volatile sig_atomic_t stopRequested = 0;
+
+static void requestStop(int) { stopRequested = 1; }
+
+int LiveWorker::run()
+{
+    // The worker never outlives its server.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() == 1)
+        return ExitHostFailed;
+    struct sigaction action {};
+    action.sa_handler = requestStop;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGUSR1, &action, nullptr);
+
+    WorkerChannel channel(requestDescriptor, answerDescriptor);
+    auto hello = channel.receive();
+    if (!hello || hello->header.value("op", "") != "hello")
+        return ExitHostFailed;
+    const auto& header = hello->header;
+    std::error_code ignored;
+    std::filesystem::current_path(header.value("folder", "."), ignored);
+
+    Simulator simulator(header.value("out", "."), header.value("root", ""));
+    simulator.setRecordPolicy(RecordPolicy(RecordPolicy::modeNamed(header.value("record", "")).value_or(RecordMode::Missing)));
+    if (auto error = simulator.prepare(); !error.empty()) {
+        channel.send({ { "op", "ready" }, { "error", error } });
+        return ExitHostFailed;
+    }
+    simulator.setStopRequest([] { return stopRequested != 0; });
+    WorkerPlayer player(simulator, channel);
+    if (!channel.send({ { "op", "ready" } }))
+        return ExitHostFailed;
+
+    while (auto request = channel.receive()) {
+        std::string op = request->header.value("op", "");
+        bool answered = false;
+        if (op == "play") {
+            stopRequested = 0;
+            answered = player.play(request->header.value("file", "live"), request->header.value("text", ""), request->header.value("afterBoot", true));
+        } else if (op == "shot") {
+            answered = player.sendShot();
+        } else if (op == "dump") {
+            answered = player.sendDump();
+        } else if (op == "settings") {
+            answered = player.sendSettings();
+        } else {
+            answered = channel.send({ { "op", "error" }, { "error", "unknown request '" + op + "'" } });
+        }
+        if (!answered)
+            break;
+    }
+    return ExitSuccess;
+}
+
+}
