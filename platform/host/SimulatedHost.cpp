@@ -296,6 +296,8 @@ void SimulatedHost::minuteDidPass()
 {
     if (m_lockScreenViewController)
         m_lockScreenViewController->clockDidTick();
+    if (m_homeScreenView)
+        m_homeScreenView->refreshIconImages();
     SBClockDataProvider::sharedInstance()->refresh();
     updateStatusBar();
 }

@@ -4,7 +4,9 @@
 #include "HostTestSupport.h"
 
 #include <Foundation/NSLocale.h>
+#include <UIKit/UIImageView.h>
 #include <UIKit/UIScreen.h>
+#include <host/FrontBoard/FBRootWindow.h>
 #include <host/SpringBoard/SBApplicationIcon.h>
 
 namespace {
@@ -51,4 +53,28 @@ TEST_F(CalendarIcon, ShowsTodayAndIsMadeAgainOnlyWhenTheDayOrTheLanguageChanges)
     EXPECT_NE(dimanche, sunday);
     EXPECT_TRUE(differ(*sunday, *dimanche));
     NSLocale::setCurrentLocaleIdentifier("en_US");
+}
+
+TEST_F(CalendarIcon, OnTheHomeScreenTurnsOverAtMidnight)
+{
+    host().unlock();
+    auto homeIcon = [this]() -> UIImage* {
+        for (auto& view : host().rootWindow()->subviews()) {
+            if (view->name() != "_homeScreenView")
+                continue;
+            for (auto& cell : view->subviews()) {
+                if (cell->name() == "com.apple.mobilecal")
+                    return objc::cast<UIImageView>(cell->subviews().front().get())->image();
+            }
+        }
+        return nullptr;
+    };
+    setClock("2026-11-21T23:59:30");
+    host().clockDidChange();
+    auto saturday = icon();
+    EXPECT_EQ(homeIcon(), saturday.get());
+    advance(60);
+    auto sunday = icon();
+    EXPECT_NE(sunday, saturday);
+    EXPECT_EQ(homeIcon(), sunday.get());
 }

@@ -46,6 +46,19 @@ void SBHomeScreenView::reloadIcons()
     setNeedsLayout();
 }
 
+void SBHomeScreenView::refreshIconImages()
+{
+    for (auto& cell : subviews()) {
+        const HostWorld::App* app = HostWorld::shared().appWithIdentifier(cell->name());
+        auto* icon = cell->subviews().empty() ? nullptr : dynamic_cast<UIImageView*>(cell->subviews().front().get());
+        if (!app || !icon)
+            continue;
+        RefPtr<UIImage> image = SBApplicationIcon::iconImageForApp(*app, m_scale);
+        if (image.get() != icon->image())
+            icon->setImage(image);
+    }
+}
+
 void SBHomeScreenView::layoutSubviews()
 {
     double width = bounds().size.width;

@@ -24,6 +24,9 @@ public:
 
     // Builds the icons again from the installed apps.
     void reloadIcons();
+    // Asks again for each icon's picture: icons are kept once made, so only
+    // a live one changes (the calendar's, once the day has changed).
+    void refreshIconImages();
     void layoutSubviews() override;
 
 private:
