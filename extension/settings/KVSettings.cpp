@@ -11,8 +11,8 @@ OBJC_IMPLEMENT_CLASS(KVSettings, NSObject)
     c.method<&KVSettings::reload>("reload");
     c.method<&KVSettings::prefs>("prefs");
     c.method<&KVSettings::setPrefs>("setPrefs:");
-    c.method<&KVSettings::themeColor>("themeColor");
-#define KV_REGISTER(key, fallback) c.method<&KVSettings::key>(#key);
+    c.method<&KVSettings::themeColorValue>("themeColor");
+#define KV_REGISTER(key, fallback) c.method<&KVSettings::key##Value>(#key);
     KV_BOOL_SETTINGS(KV_REGISTER)
     KV_INT_SETTINGS(KV_REGISTER)
     KV_LIMIT_SETTINGS(KV_REGISTER)
@@ -48,7 +48,7 @@ void KVSettings::reload()
     m_prefs = objc::castRef<CVPreferenceManager>(objc::send<StrongId>(reader, OBJC_SEL("initWithContentsOfFile:"), std::string(preferencesPath)));
 }
 
-RefPtr<UIColor> KVSettings::themeColor() const { return UIColor::whiteColor(); }
+RefPtr<UIColor> KVSettings::themeColorValue() const { return UIColor::whiteColor(); }
 
 StrongId KVSettings::valueForKey(const char* key, const std::string& fallback) const
 {
@@ -67,20 +67,20 @@ int KVSettings::limitForKey(const char* key, const std::string& fallback) const
 // Conversions are messages, as on the phone: a value that does not answer
 // one is the runtime's to report.
 #define KV_DEFINE_BOOL(key, fallback) \
-    bool KVSettings::key() const { return objc::send<bool>(valueForKey(#key, fallback), OBJC_SEL("boolValue")); }
+    bool KVSettings::key##Value() const { return objc::send<bool>(valueForKey(#key, fallback), OBJC_SEL("boolValue")); }
 #define KV_DEFINE_INT(key, fallback) \
-    int KVSettings::key() const { return objc::send<int>(valueForKey(#key, fallback), OBJC_SEL("intValue")); }
+    int KVSettings::key##Value() const { return objc::send<int>(valueForKey(#key, fallback), OBJC_SEL("intValue")); }
 #define KV_DEFINE_LIMIT(key, fallback) \
-    int KVSettings::key() const { return limitForKey(#key, fallback); }
+    int KVSettings::key##Value() const { return limitForKey(#key, fallback); }
 #define KV_DEFINE_INTERVAL(key, fallback) \
-    double KVSettings::key() const { return objc::send<float>(valueForKey(#key, fallback), OBJC_SEL("floatValue")); }
+    double KVSettings::key##Value() const { return objc::send<float>(valueForKey(#key, fallback), OBJC_SEL("floatValue")); }
 #define KV_DEFINE_COLOR(key, fallback)                                                                               \
-    RefPtr<UIColor> KVSettings::key() const                                                                          \
+    RefPtr<UIColor> KVSettings::key##Value() const                                                                   \
     {                                                                                                                \
         return objc::send<RefPtr<UIColor>>(CVColorFactory::classObject(), OBJC_SEL("colorFromHexString:"), NSStringValue(valueForKey(#key, fallback).get())); \
     }
 #define KV_DEFINE_OBJECT(key, fallback) \
-    StrongId KVSettings::key() const { return valueForKey(#key, fallback); }
+    StrongId KVSettings::key##Value() const { return valueForKey(#key, fallback); }
 
 KV_BOOL_SETTINGS(KV_DEFINE_BOOL)
 KV_INT_SETTINGS(KV_DEFINE_INT)

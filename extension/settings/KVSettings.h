@@ -123,14 +123,20 @@ public:
     RefPtr<CVPreferenceManager> prefs() const { return m_prefs; }
     void setPrefs(RefPtr<CVPreferenceManager> prefs) { m_prefs = std::move(prefs); }
 
-    // Not a preference: always opaque white.
-    RefPtr<UIColor> themeColor() const;
-
-#define KV_DECLARE_BOOL(key, fallback) bool key() const;
-#define KV_DECLARE_INT(key, fallback) int key() const;
-#define KV_DECLARE_INTERVAL(key, fallback) double key() const;
-#define KV_DECLARE_COLOR(key, fallback) RefPtr<UIColor> key() const;
-#define KV_DECLARE_OBJECT(key, fallback) StrongId key() const;
+    // Every getter is a message named after its key, and so is themeColor
+    // (not a preference: always opaque white). The C++ getter sends it, so
+    // that another extension's replacement of a getter is seen by every
+    // reader; its implementation, the matching ...Value method, reads and
+    // converts what the file holds. Call the getters, not those.
+#define KV_DECLARE_GETTER(type, key)                                                                 \
+    type key() const { return objc::send<type>(const_cast<KVSettings*>(this), OBJC_SEL(#key)); } \
+    type key##Value() const;
+    KV_DECLARE_GETTER(RefPtr<UIColor>, themeColor)
+#define KV_DECLARE_BOOL(key, fallback) KV_DECLARE_GETTER(bool, key)
+#define KV_DECLARE_INT(key, fallback) KV_DECLARE_GETTER(int, key)
+#define KV_DECLARE_INTERVAL(key, fallback) KV_DECLARE_GETTER(double, key)
+#define KV_DECLARE_COLOR(key, fallback) KV_DECLARE_GETTER(RefPtr<UIColor>, key)
+#define KV_DECLARE_OBJECT(key, fallback) KV_DECLARE_GETTER(StrongId, key)
     KV_BOOL_SETTINGS(KV_DECLARE_BOOL)
     KV_INT_SETTINGS(KV_DECLARE_INT)
     KV_LIMIT_SETTINGS(KV_DECLARE_INT)
@@ -142,6 +148,7 @@ public:
 #undef KV_DECLARE_INTERVAL
 #undef KV_DECLARE_COLOR
 #undef KV_DECLARE_OBJECT
+#undef KV_DECLARE_GETTER
 
 private:
     StrongId valueForKey(const char* key, const std::string& fallback) const;

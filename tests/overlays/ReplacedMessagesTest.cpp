@@ -29,6 +29,8 @@ namespace {
 // Calls seen by the replacements, by selector.
 std::map<std::string, int> s_calls;
 bool s_disabledByReplacement;
+bool s_launcherOffByReplacement;
+IMP s_lanceraEnabled;
 IMP s_sharedPanel, s_addVestrum, s_update, s_updateForecastLabels, s_appLauncherView, s_timeFromDate, s_enabled, s_show, s_tableViewController;
 
 NSObject* countSharedPanel(NSObject* self, SEL cmd)
@@ -68,6 +70,11 @@ bool replacedEnabled(NSObject* self, SEL cmd)
     return s_disabledByReplacement ? false : objc::callOriginal<bool>(s_enabled, self, cmd);
 }
 
+bool replacedLanceraEnabled(NSObject* self, SEL cmd)
+{
+    return s_launcherOffByReplacement ? false : objc::callOriginal<bool>(s_lanceraEnabled, self, cmd);
+}
+
 constexpr char addVestrumName[] = "addVestrum";
 constexpr char updateName[] = "update";
 constexpr char updateForecastLabelsName[] = "updateForecastLabels";
@@ -84,6 +91,7 @@ void installReplacements()
     MSHookMessageEx(panel, objc::sel_registerName("tableViewController"), &countTableViewController, &s_tableViewController);
     MSHookMessageEx(panel, objc::sel_registerName("timeFromNSDate:"), &replacedTime, &s_timeFromDate);
     MSHookMessageEx(objc::objc_getClass("KVSettings"), objc::sel_registerName("enabled"), &replacedEnabled, &s_enabled);
+    MSHookMessageEx(objc::objc_getClass("KVSettings"), objc::sel_registerName("lanceraEnabled"), &replacedLanceraEnabled, &s_lanceraEnabled);
     MSHookMessageEx(objc::objc_getClass("KVTimeDisplayView"), objc::sel_registerName("show"), &countVoid<&s_show, showName>, &s_show);
 }
 
@@ -143,6 +151,16 @@ TEST_F(ReplacedMessages, SettingsAnsweredByAReplacementDecideWhatTheHooksDo)
     s_disabledByReplacement = true;
     EXPECT_DOUBLE_EQ(dimInterval(), SBBacklightController::sharedInstance()->defaultLockScreenDimInterval());
     s_disabledByReplacement = false;
+
+    // The panel reads its settings by messages too: the launcher goes at
+    // the next second's refresh.
+    auto* launcher = objc::cast<UIView>(objc::object_getIvar(KVView::sharedInstance(), "_appLauncherView"));
+    ASSERT_TRUE(launcher);
+    EXPECT_FALSE(launcher->isHidden());
+    s_launcherOffByReplacement = true;
+    NSRunLoop::mainRunLoop()->advance(1);
+    EXPECT_TRUE(launcher->isHidden());
+    s_launcherOffByReplacement = false;
 }
 
 TEST_F(ReplacedMessages, SeeTheOverlayOpenedByATap)
