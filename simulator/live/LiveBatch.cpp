@@ -26,6 +26,8 @@ std::vector<std::string> hostPathsOf(const Command& command)
     switch (command.kind) {
     case CommandKind::CopyFile:
         return { command.as<CopyFileCommand>().hostPath };
+    case CommandKind::ExpectShot:
+        return { command.as<ExpectShotCommand>().reference };
     default:
         return {};
     }

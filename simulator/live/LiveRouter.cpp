@@ -107,6 +107,7 @@ void LiveRouter::handle(const httplib::Request& request, httplib::Response& resp
     if (path == "/dump.json")
         return dump(response);
     if (path == "/transcript.scenario") {
+        response.status = 200;
         response.set_header("Cache-Control", "no-store");
         return response.set_content(m_session.transcript(), "text/plain; charset=utf-8");
     }
@@ -130,6 +131,7 @@ void LiveRouter::page(const httplib::Request& request, httplib::Response& respon
         file = PageFiles::placeholder();
     if (!file)
         return refuse(response, 404, "no such page: " + request.path);
+    response.status = 200;
     response.set_header("Cache-Control", "no-cache");
     response.set_content(file->bytes, file->contentType);
 }
@@ -147,6 +149,7 @@ static void sendSnapshot(httplib::Response& response, const std::optional<LiveSe
         return answerJson(response, 503,
             { { "ok", false }, { "busy", busy }, { "errors", { busy ? "the phone is busy and has shown nothing yet; try again" : "the phone is not running" } } });
     }
+    response.status = 200;
     response.set_header("Cache-Control", "no-store");
     response.set_header("X-Kavelin-Generation", std::to_string(snapshot->generation));
     if (snapshot->busy)
@@ -171,6 +174,7 @@ void LiveRouter::settings(httplib::Response& response)
     auto settings = m_session.settings();
     if (!settings)
         return refuse(response, 503, "the phone is busy or not running; try again");
+    response.status = 200;
     response.set_header("Cache-Control", "no-store");
     response.set_content(*settings, "application/json");
 }
@@ -179,6 +183,7 @@ void LiveRouter::events(httplib::Response& response)
 {
     if (!m_events.enterReader())
         return refuse(response, 503, "too many event streams are open");
+    response.status = 200;
     response.set_header("Cache-Control", "no-store");
     EventHub* hub = &m_events;
     auto lastId = std::make_shared<uint64_t>(hub->lastId());

@@ -1,6 +1,7 @@
 #include "LiveTranscript.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace sim::live {
 
@@ -61,12 +62,15 @@ LiveTranscript LiveTranscript::fromPlayed(const std::vector<Command>& commands, 
     auto byLine = [&](int number) {
         return std::find_if(commands.begin(), commands.end(), [&](const Command& command) { return command.line == number; });
     };
-    int stoppedAt = 0;
+    // The first line not kept because the play ended: the line that could
+    // not play, the one after a line stopped short, or the one after the
+    // last reported when the phone itself stopped.
+    std::optional<int> firstDropped;
     for (const PlayedLine& played : outcome.lines) {
         auto command = byLine(played.line);
         if (played.status >= 2 || command == commands.end()) {
             problems.errors.push_back(trimmedMessage(played.messages));
-            stoppedAt = played.line > 0 ? played.line : -1;
+            firstDropped = played.line;
             break;
         }
         if (played.status == 1) {
@@ -75,16 +79,15 @@ LiveTranscript LiveTranscript::fromPlayed(const std::vector<Command>& commands, 
         }
         transcript.append(*command, played.playedAs.value_or(command->text));
         if (played.playedAs) {
-            stoppedAt = played.line;
+            firstDropped = played.line + 1;
             break;
         }
     }
-    // What was not reached: after the line that stopped it, or after the last
-    // line reported when the phone itself stopped.
-    int last = stoppedAt ? stoppedAt : (outcome.lines.empty() ? 0 : outcome.lines.back().line);
-    if (stoppedAt || outcome.phoneStopped) {
+    if (!firstDropped && outcome.phoneStopped)
+        firstDropped = outcome.lines.empty() ? 0 : outcome.lines.back().line + 1;
+    if (firstDropped) {
         for (const Command& command : commands) {
-            if (command.line > last || stoppedAt < 0)
+            if (command.line >= *firstDropped)
                 problems.dropped.push_back(command.text);
         }
     }
