@@ -17,12 +17,29 @@ try {
         const before = await page.evaluate(() => window.kavelin.screen.latencies.length);
         await page.mouse.click(point.x, point.y);
         await page.waitForFunction((count) => window.kavelin.screen.latencies.length > count, before, { timeout: 10_000 });
-        await page.waitForTimeout(400);   // the next click starts from a quiet page
+        // The next click starts from a quiet page: the dump asked for after the picture is in too.
+        await page.waitForFunction(() => window.kavelin.settled, null, { timeout: 10_000 });
+        await page.waitForTimeout(100);
     }
-    const latencies = (await page.evaluate(() => window.kavelin.screen.latencies)).sort((a, b) => a - b);
-    const at = (share) => latencies[Math.min(latencies.length - 1, Math.floor(share * latencies.length))];
-    console.log(`click to picture over ${latencies.length} clicks: median ${at(0.5).toFixed(1)} ms, ` +
-        `fastest ${latencies[0].toFixed(1)} ms, 90th percentile ${at(0.9).toFixed(1)} ms, slowest ${latencies.at(-1).toFixed(1)} ms`);
+    const latencies = await page.evaluate(() => window.kavelin.screen.latencies);
+    // Where the time goes: the browser's own timings of the requests (request sent to last byte).
+    const requests = await page.evaluate(() => performance.getEntriesByType('resource').map((entry) => ({
+        name: new URL(entry.name).pathname, time: entry.responseEnd - entry.requestStart })));
+    const median = (values) => {
+        const sorted = [...values].sort((a, b) => a - b);
+        return sorted[Math.floor(sorted.length / 2)];
+    };
+    const sorted = [...latencies].sort((a, b) => a - b);
+    const at = (share) => sorted[Math.min(sorted.length - 1, Math.floor(share * sorted.length))];
+    console.log(`click to picture over ${sorted.length} clicks: median ${at(0.5).toFixed(1)} ms, ` +
+        `fastest ${sorted[0].toFixed(1)} ms, 90th percentile ${at(0.9).toFixed(1)} ms, slowest ${sorted.at(-1).toFixed(1)} ms`);
+    for (const path of ['/play', '/shot.png', '/dump.json', '/transcript.scenario']) {
+        const times = requests.filter((request) => request.name === path).map((request) => request.time);
+        if (times.length)
+            console.log(`  ${path}: median ${median(times).toFixed(1)} ms over ${times.length} requests`);
+    }
+    const load = (await import('node:fs')).readFileSync('/proc/loadavg', 'utf8').split(' ').slice(0, 3).join(', ');
+    console.log(`  load average ${load}`);
 } finally {
     await stopSession(session);
 }

@@ -31,6 +31,7 @@ function coalesced(task) {
         })();
         return running;
     };
+    run.isRunning = () => running !== null;
     return run;
 }
 
@@ -57,7 +58,7 @@ class App {
         api.listen({
             onOpen: () => this.setStatus('live', 'live'),
             onClose: () => this.setStatus('down', 'reconnecting…'),
-            onScreen: () => this.changed(),
+            onScreen: (screen) => this.changed(screen.generation),
             onProgress: (progress) => this.showProgress(progress),
             onBusy: (busy) => this.busy(busy),
             onPhone: (phone) => this.phone(phone),
@@ -66,16 +67,28 @@ class App {
         this.settings.load();
     }
 
-    changed() {
-        this.screen.refresh();
-        this.refreshDump();
+    // The picture first: the phone answers one request at a time, so the dump is asked for once
+    // the picture is in (Screen calls pictureShown), never ahead of it.
+    changed(generation) {
+        this.lastChangeAt = performance.now();
+        this.screen.refresh(generation);
         this.refreshTranscript();
+    }
+
+    pictureShown() {
+        this.refreshDump();
+    }
+
+    // Nothing is being fetched: the picture and the dump on the page are the newest asked for.
+    get settled() {
+        return !this.screen.loading && !this.refreshDump.isRunning() && !this.refreshTranscript.isRunning();
     }
 
     // Plays scenario lines and shows what came of them; answers the server's JSON.
     async play(lines, { quiet = false, onAnswer = null } = {}) {
         const text = Array.isArray(lines) ? lines.join('\n') : lines;
         const before = this.transcript.lines.length;
+        const startedAt = performance.now();
         this.showLastLine(text, 'pending');
         ++this.playing;
         let answer;
@@ -96,7 +109,10 @@ class App {
             return answer;
         }
         this.showLastLine(text, answer.failed ? 'failed' : answer.cancelled ? 'cancelled' : 'ok');
-        this.changed();
+        // The server's `screen` event normally came first; without it (a dropped event stream)
+        // the page asks anyway.
+        if (!(this.lastChangeAt > startedAt))
+            this.changed();
         if (answer.failed) {
             this.showLastLine(`${text} — ${answer.failed.join('; ')}`, 'failed');
             await this.refreshTranscript();

@@ -3,6 +3,7 @@
 import { classify, wheelLine, longPressSeconds } from './gestures.js';
 import { answersDoubleTap, pathAt } from './dumpTree.js';
 import { line, points } from './scenarioText.js';
+import { Picture } from './picture.js';
 
 const doubleTapWindow = 300;   // ms a first tap waits for a second where a double tap is answered
 const wheelQuiet = 120;        // ms of wheel silence that ends one scroll
@@ -16,41 +17,24 @@ export class Screen {
         this.trace = null;
         this.pendingTap = null;
         this.wheel = null;
-        this.loading = false;
-        this.again = false;
-        this.version = 0;
-        this.clickedAt = null;           // when the last gesture was released (for the picture's latency)
-        this.answeredAt = null;          // when the server answered its play: later pictures show it
-        this.latencies = [];             // ms from release to the new picture, for the browser tests
+        this.picture = new Picture(this.image, { onShown: () => {
+            this.fitToDump();
+            app.pictureShown();
+        } });
+        this.picture.onLatency = (latency) => app.showLatency(latency);
         this.bindPointer();
-        this.image.addEventListener('load', () => this.loaded());
-        this.image.addEventListener('error', () => this.loaded());
     }
 
-    // Loads the picture again; calls that arrive during a load collapse into one more load.
-    refresh() {
-        if (this.loading) {
-            this.again = true;
-            return;
-        }
-        this.loading = true;
-        this.requestedAt = performance.now();
-        this.image.src = `/shot.png?v=${++this.version}`;
+    get latencies() {
+        return this.picture.latencies;
     }
 
-    loaded() {
-        this.loading = false;
-        if (this.answeredAt !== null && this.requestedAt >= this.answeredAt && this.image.naturalWidth) {
-            const latency = performance.now() - this.clickedAt;
-            this.latencies.push(latency);
-            this.clickedAt = this.answeredAt = null;
-            this.app.showLatency(latency);
-        }
-        this.fitToDump();
-        if (this.again) {
-            this.again = false;
-            this.refresh();
-        }
+    get loading() {
+        return this.picture.loading;
+    }
+
+    refresh(generation) {
+        this.picture.changed(generation);
     }
 
     // The screen is drawn at its size in points; the picture has the device's scale in it.
@@ -149,10 +133,9 @@ export class Screen {
     // The gesture, then the time the user chose to let run after it (the phone's clock stands
     // still between lines), played together for one new picture.
     send(gestureLine) {
-        this.clickedAt = performance.now();
-        this.answeredAt = null;
+        this.picture.startTiming();
         const settle = document.getElementById('settle').value;
-        const onAnswer = () => { this.answeredAt = performance.now(); };
+        const onAnswer = () => this.picture.markChangeSeen();
         this.app.play(settle ? [gestureLine, line('advance', settle)] : gestureLine, { onAnswer });
     }
 
