@@ -20,6 +20,14 @@ export async function play(lines) {
     return answer;
 }
 
+// A fresh phone replaying the transcript, after the phone stopped; answers as play does.
+export async function restart() {
+    const response = await fetch('/restart', { method: 'POST' });
+    const answer = await json(response);
+    answer.status = response.status;
+    return answer;
+}
+
 export async function cancel() {
     await fetch('/cancel', { method: 'POST' });
 }

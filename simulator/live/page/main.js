@@ -55,6 +55,11 @@ class App {
         for (const tab of document.querySelectorAll('[data-tab]'))
             tab.addEventListener('click', () => this.showTab(tab.dataset.tab));
         document.getElementById('cancel').addEventListener('click', () => api.cancel());
+        document.getElementById('restart').addEventListener('click', async () => {
+            const answer = await api.restart();
+            if (answer.ok === false && answer.errors)
+                this.showLastLine(`restart — ${answer.errors.join('; ')}`, 'error');
+        });
         api.listen({
             onOpen: () => this.setStatus('live', 'live'),
             onClose: () => this.setStatus('down', 'reconnecting…'),
@@ -102,6 +107,8 @@ class App {
         if (this.playing === 0)
             this.hideProgress();
         onAnswer?.();
+        if (answer.phone === 'stopped')
+            document.getElementById('restart').hidden = false;
         if (answer.status === 400 || answer.status === 0 || answer.status >= 403) {
             this.showLastLine(`${text} — ${(answer.errors ?? [answer.error ?? `refused (${answer.status})`]).join('; ')}`, 'error');
             if (!quiet)
@@ -158,7 +165,9 @@ class App {
     }
 
     phone({ state, message }) {
-        if (state === 'stopped')
+        const stopped = state === 'stopped';
+        document.getElementById('restart').hidden = !stopped;
+        if (stopped)
             this.setStatus('down', `the phone stopped: ${message ?? ''}`);
         else
             this.setStatus('live', 'live');
@@ -170,7 +179,7 @@ class App {
         const fraction = typeof progress.fraction === 'number' ? progress.fraction : null;
         document.getElementById('progress').hidden = false;
         document.getElementById('progress-text').textContent =
-            `Playing ${progress.line ?? ''}${fraction !== null ? ` · ${Math.round(fraction * 100)}%` : ''}${progress.time ? ` · ${progress.time.slice(0, 19).replace('T', ' ')}` : ''}`;
+            `Playing ${progress.line ?? ''}${fraction !== null ? ` · ${(fraction * 100).toFixed(fraction < 0.1 ? 1 : 0)}%` : ''}${progress.time ? ` · ${progress.time.slice(0, 19).replace('T', ' ')}` : ''}`;
         const fill = document.getElementById('progress-fill');
         fill.classList.toggle('unknown', fraction === null);
         fill.style.width = fraction === null ? '' : `${Math.max(0, Math.min(1, fraction)) * 100}%`;

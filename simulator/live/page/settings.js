@@ -133,6 +133,7 @@ export class Settings {
             control.type = 'text';
             control.spellcheck = false;
             control.value = current ?? '';
+            control.placeholder = item.placeholder ?? '';
             control.addEventListener('change', () => this.change(item.key, control.value));
         } else {
             return null;
