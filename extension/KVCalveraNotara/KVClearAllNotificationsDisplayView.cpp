@@ -55,10 +55,10 @@ void KVClearAllNotificationsDisplayView::updateFrame()
 
 void KVClearAllNotificationsDisplayView::clearAllNotificationsButtonReleased(NSObject*)
 {
-    if (!isActive())
+    if (!objc::send<bool>(this, OBJC_SEL("isActive")))
         return;
     RefPtr<KVClearAllNotificationsDisplayView> protect(this);
-    hide();
+    objc::send(this, OBJC_SEL("hide"));
     KVView* panel = objc::sharedInstance<KVView>();
     StrongId controller(objc::send<NSObject*>(panel, OBJC_SEL("tableViewController")));
     if (!controller)

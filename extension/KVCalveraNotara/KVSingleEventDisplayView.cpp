@@ -69,7 +69,7 @@ static std::string textOr(const NSString* text, const char* fallback)
 
 void KVSingleEventDisplayView::updateEventItem(NSObject* record)
 {
-    updateFrame();
+    objc::send(this, OBJC_SEL("updateFrame"));
     setEventItem(record);
     auto* item = dynamic_cast<KVEventItem*>(record);
     if (!item)

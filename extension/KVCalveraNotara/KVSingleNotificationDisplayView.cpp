@@ -187,7 +187,7 @@ void KVSingleNotificationDisplayView::updateRow(NSObject* record)
     RefPtr<UIImage> attachment = row ? row->attachmentImage() : nullptr;
     _attachmentImageView->setImage(attachment);
     hideNotificationActionButtons();
-    updateFrame();
+    objc::send(this, OBJC_SEL("updateFrame"));
     if (!row)
         return;
 
@@ -220,9 +220,9 @@ void KVSingleNotificationDisplayView::updateRow(NSObject* record)
 
 void KVSingleNotificationDisplayView::launchAppButtonReleased(NSObject*)
 {
-    if (!isActive())
+    if (!objc::send<bool>(this, OBJC_SEL("isActive")))
         return;
-    hide();
+    objc::send(this, OBJC_SEL("hide"));
     launchNotificationRow(dynamic_cast<CVNotificationRow*>(_row.get()), _settings.get());
 }
 
@@ -234,9 +234,9 @@ void KVSingleNotificationDisplayView::reloadTable() const
 
 void KVSingleNotificationDisplayView::dismissNotificationButtonReleased(NSObject*)
 {
-    if (!isActive())
+    if (!objc::send<bool>(this, OBJC_SEL("isActive")))
         return;
-    hide();
+    objc::send(this, OBJC_SEL("hide"));
     clearRepresentedNotification();
 }
 
@@ -256,7 +256,7 @@ void KVSingleNotificationDisplayView::notificationActionButton1Released(NSObject
     if (auto* row = dynamic_cast<CVNotificationRow*>(_row.get()))
         row->invokeNotificationActionWithIndex(index);
     reloadTable();
-    hide();
+    objc::send(this, OBJC_SEL("hide"));
 }
 
 void KVSingleNotificationDisplayView::notificationActionButton2Released(NSObject*)
@@ -265,5 +265,5 @@ void KVSingleNotificationDisplayView::notificationActionButton2Released(NSObject
     if (auto* row = dynamic_cast<CVNotificationRow*>(_row.get()))
         row->invokeNotificationActionWithIndex(0);
     reloadTable();
-    hide();
+    objc::send(this, OBJC_SEL("hide"));
 }

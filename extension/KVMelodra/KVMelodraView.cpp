@@ -139,7 +139,7 @@ void KVMelodraView::updateTimer(NSTimer*)
     UIImage* glyph = playbackGlyph(_mediaController.get(), _playButtonImage.get(), _pauseButtonImage.get());
     if (_playPauseButtonImageView->image() != glyph)
         _playPauseButtonImageView->setImage(glyph);
-    update();
+    objc::send(this, OBJC_SEL("update"));
 }
 
 void KVMelodraView::playPauseButtonSingleTapRecognizer(UIGestureRecognizer*)

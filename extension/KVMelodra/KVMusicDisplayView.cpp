@@ -181,7 +181,7 @@ void KVMusicDisplayView::updateTimer(NSTimer*)
     if (_playPauseButtonImageView->image() != glyph)
         _playPauseButtonImageView->setImage(glyph);
     _volumeSlider->setValue(static_cast<float>(objc::send<double>(_mediaController, OBJC_SEL("volume"))));
-    update();
+    objc::send(this, OBJC_SEL("update"));
 }
 
 void KVMusicDisplayView::playPauseButtonSingleTapRecognizer(UIGestureRecognizer*)

@@ -232,7 +232,7 @@ void KVTimeDisplayView::alarmButtonSingleTapRecognizer(UIGestureRecognizer*)
 
     // Spelled so on purpose: it is the text users have always seen.
     make<UIAlertView>("Alarm created succesfully", std::nullopt, nullptr, "Close", std::vector<std::string> {})->show();
-    hide();
+    objc::send(this, OBJC_SEL("hide"));
 }
 
 void KVTimeDisplayView::timerButtonSingleTapRecognizer(UIGestureRecognizer*)
@@ -243,7 +243,7 @@ void KVTimeDisplayView::timerButtonSingleTapRecognizer(UIGestureRecognizer*)
     StrongId manager = objc::send<StrongId>(objc::objc_getClass("TimerManager"), OBJC_SEL("sharedManager"));
     double fireValue = currentRelativeTimerDateWithHourOffset(hours, minutes, 0)->timeIntervalSince1970();
     objc::send(manager, OBJC_SEL("scheduleAt:withSound:"), fireValue, objc::send<std::string>(manager, OBJC_SEL("defaultSound")));
-    hide();
+    objc::send(this, OBJC_SEL("hide"));
 }
 
 RefPtr<NSDate> KVTimeDisplayView::currentRelativeTimerDateWithHourOffset(long long hours, long long minutes, long long seconds) const

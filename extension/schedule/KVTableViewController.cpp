@@ -151,7 +151,7 @@ void KVTableViewController::reloadTableViewData()
 void KVTableViewController::forceReloadTableViewData()
 {
     m_isCurrentlyReloadingData = false;
-    reloadTableViewData();
+    objc::send(this, OBJC_SEL("reloadTableViewData"));
 }
 
 void KVTableViewController::fetchReminders(std::shared_ptr<Pipeline> pipeline)
@@ -407,7 +407,7 @@ bool KVTableViewController::isCollapsed(const std::string& identifier) const
 void KVTableViewController::changeCollapseStateOfSectionWithIdentifier(const std::string& identifier)
 {
     m_sectionsCollapsedState->setObject(NSNumber::numberWithBool(!isCollapsed(identifier)), identifier);
-    refreshTableViewLayout();
+    objc::send(this, OBJC_SEL("refreshTableViewLayout"));
 }
 
 RefPtr<NSArray> KVTableViewController::eventItemsInSection(long section) const
@@ -889,20 +889,20 @@ static KVTableViewRowCell* rowCellOf(UIGestureRecognizer* recognizer)
 void KVTableViewController::sectionDoubleTapRecognizer(UIGestureRecognizer* recognizer)
 {
     if (auto* header = headerCellOf(recognizer))
-        changeCollapseStateOfSectionWithIdentifier(header->identifier());
+        objc::send(this, OBJC_SEL("changeCollapseStateOfSectionWithIdentifier:"), header->identifier());
 }
 
 void KVTableViewController::sectionLongPressRecognizer(UIGestureRecognizer* recognizer)
 {
     auto* header = headerCellOf(recognizer);
     if (header && recognizer->state() == UIGestureRecognizerStateBegan)
-        changeCollapseStateOfSectionWithIdentifier(header->identifier());
+        objc::send(this, OBJC_SEL("changeCollapseStateOfSectionWithIdentifier:"), header->identifier());
 }
 
 void KVTableViewController::notificationSectionSingleTapRecognizer(UIGestureRecognizer* recognizer)
 {
     if (auto* header = headerCellOf(recognizer))
-        changeCollapseStateOfSectionWithIdentifier(header->identifier());
+        objc::send(this, OBJC_SEL("changeCollapseStateOfSectionWithIdentifier:"), header->identifier());
 }
 
 void KVTableViewController::eventSectionSingleTapRecognizer(UIGestureRecognizer* recognizer)
@@ -910,7 +910,7 @@ void KVTableViewController::eventSectionSingleTapRecognizer(UIGestureRecognizer*
     auto* header = headerCellOf(recognizer);
     auto items = header ? eventItemsInSection(header->section()) : nullptr;
     if (items)
-        showEventDisplayViewForEventItem(items->objectAtIndex(0).get());
+        objc::send(this, OBJC_SEL("showEventDisplayViewForEventItem:"), items->objectAtIndex(0).get());
 }
 
 void KVTableViewController::eventRowSingleTapRecognizer(UIGestureRecognizer* recognizer)
@@ -921,7 +921,7 @@ void KVTableViewController::eventRowSingleTapRecognizer(UIGestureRecognizer* rec
     auto items = eventItemsInSection(cell->indexPath()->section());
     long index = cell->indexPath()->row() + 1;
     if (items && index >= 1 && index < static_cast<long>(items->count()))
-        showEventDisplayViewForEventItem(items->objectAtIndex(static_cast<size_t>(index)).get());
+        objc::send(this, OBJC_SEL("showEventDisplayViewForEventItem:"), items->objectAtIndex(static_cast<size_t>(index)).get());
 }
 
 void KVTableViewController::showEventDisplayViewForEventItem(NSObject* item)
@@ -955,7 +955,7 @@ void KVTableViewController::notificationRowSingleTapRecognizer(UIGestureRecogniz
     if (!row)
         return;
     if (m_settings->notaraOverlayEnabled())
-        return showNotificationDisplayViewForNotificationRow(row.get());
+        return objc::send(this, OBJC_SEL("showNotificationDisplayViewForNotificationRow:"), row.get());
     if (!m_settings->notaraLaunchEnabled())
         return;
     launchNotificationRow(row.get(), m_settings.get());
