@@ -547,6 +547,9 @@ bool SimulatedHost::showSearch(long long edge)
     auto* controller = m_searchViewController.get();
     controller->loadViewIfNeeded();
     if (auto* spotlight = controller->searchViewController()) {
+        // The suggestions were made with the page: a live icon may be stale.
+        if (spotlight->isViewLoaded())
+            SBHomeScreenView::refreshIconCells(spotlight->view(), m_configuration.device.scale);
         spotlight->setPresentationEdge(edge);
         // SpringBoard asks Spotlight where the page comes from before it
         // starts to move it.

@@ -6,6 +6,7 @@
 #include <Foundation/NSLocale.h>
 #include <UIKit/UIImageView.h>
 #include <UIKit/UIScreen.h>
+#include <UIKit/UIWindow.h>
 #include <host/FrontBoard/FBRootWindow.h>
 #include <host/SpringBoard/SBApplicationIcon.h>
 
@@ -55,20 +56,22 @@ TEST_F(CalendarIcon, ShowsTodayAndIsMadeAgainOnlyWhenTheDayOrTheLanguageChanges)
     NSLocale::setCurrentLocaleIdentifier("en_US");
 }
 
+// The picture in the Calendar's icon cell somewhere under a view.
+static UIImage* calendarCellIcon(UIView* view)
+{
+    if (view->name() == "com.apple.mobilecal")
+        return objc::cast<UIImageView>(view->subviews().front().get())->image();
+    for (auto& subview : view->subviews()) {
+        if (UIImage* found = calendarCellIcon(subview.get()))
+            return found;
+    }
+    return nullptr;
+}
+
 TEST_F(CalendarIcon, OnTheHomeScreenTurnsOverAtMidnight)
 {
     host().unlock();
-    auto homeIcon = [this]() -> UIImage* {
-        for (auto& view : host().rootWindow()->subviews()) {
-            if (view->name() != "_homeScreenView")
-                continue;
-            for (auto& cell : view->subviews()) {
-                if (cell->name() == "com.apple.mobilecal")
-                    return objc::cast<UIImageView>(cell->subviews().front().get())->image();
-            }
-        }
-        return nullptr;
-    };
+    auto homeIcon = [this] { return calendarCellIcon(host().rootWindow()); };
     setClock("2026-11-21T23:59:30");
     host().clockDidChange();
     auto saturday = icon();
@@ -77,4 +80,21 @@ TEST_F(CalendarIcon, OnTheHomeScreenTurnsOverAtMidnight)
     auto sunday = icon();
     EXPECT_NE(sunday, saturday);
     EXPECT_EQ(homeIcon(), sunday.get());
+}
+
+TEST_F(CalendarIcon, AmongTheSearchPagesSuggestionsIsTodaysWhenThePageShowsAgain)
+{
+    ASSERT_TRUE(host().showSearch(8));
+    auto saturday = icon();
+    host().hideSearch();
+    setClock("2026-11-22T08:00:00");
+    host().clockDidChange();
+    ASSERT_TRUE(host().showSearch(8));
+    UIImage* shown = nullptr;
+    for (auto* window : UIWindow::allWindows()) {
+        if (window->name() == "searchWindow")
+            shown = calendarCellIcon(window);
+    }
+    EXPECT_NE(shown, saturday.get());
+    EXPECT_EQ(shown, icon().get());
 }

@@ -46,14 +46,14 @@ void SBHomeScreenView::reloadIcons()
     setNeedsLayout();
 }
 
-void SBHomeScreenView::refreshIconImages()
+void SBHomeScreenView::refreshIconCells(UIView* container, double scale)
 {
-    for (auto& cell : subviews()) {
+    for (auto& cell : container->subviews()) {
         const HostWorld::App* app = HostWorld::shared().appWithIdentifier(cell->name());
         auto* icon = cell->subviews().empty() ? nullptr : dynamic_cast<UIImageView*>(cell->subviews().front().get());
         if (!app || !icon)
             continue;
-        RefPtr<UIImage> image = SBApplicationIcon::iconImageForApp(*app, m_scale);
+        RefPtr<UIImage> image = SBApplicationIcon::iconImageForApp(*app, scale);
         if (image.get() != icon->image())
             icon->setImage(image);
     }

@@ -26,7 +26,9 @@ public:
     void reloadIcons();
     // Asks again for each icon's picture: icons are kept once made, so only
     // a live one changes (the calendar's, once the day has changed).
-    void refreshIconImages();
+    void refreshIconImages() { refreshIconCells(this, m_scale); }
+    // The same for the icon cells among a view's subviews.
+    static void refreshIconCells(UIView* container, double scale);
     void layoutSubviews() override;
 
 private:
