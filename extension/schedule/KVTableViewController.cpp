@@ -13,13 +13,13 @@
 #include "launcher/KVAppLauncherView.h"
 #include "settings/KVSettings.h"
 
-#include <Foundation/IntegerConversion.h>
 #include <CorvLib/CVAppItem.h>
 #include <CorvLib/CVImageFactory.h>
 #include <CorvLib/CVNotificationRow.h>
 #include <CorvLib/CVNotificationSection.h>
 #include <CorvLib/CVNotificationsProvider.h>
 #include <Foundation/Dispatch.h>
+#include <Foundation/IntegerConversion.h>
 #include <Foundation/NSArray.h>
 #include <Foundation/NSCalendar.h>
 #include <Foundation/NSDate.h>
