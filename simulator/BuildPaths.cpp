@@ -18,6 +18,7 @@ BuildPaths BuildPaths::locate()
     BuildPaths paths;
     paths.extension = fromEnvironment("KAVELIN_EXTENSION", buildDirectory / "lib" / "libKavelin.so");
     paths.resourceBundle = fromEnvironment("KAVELIN_BUNDLE", buildDirectory / "KavelinBundle.bundle");
+    paths.settingsPane = fromEnvironment("KAVELIN_SETTINGS_PANE", buildDirectory / "SettingsPane");
     paths.hostArt = fromEnvironment("KAVELIN_HOST_ART", buildDirectory / "host-art");
     // The page needs no build step: a copy beside the build, if one was made, else the sources.
     auto installedPage = buildDirectory / "live-page";

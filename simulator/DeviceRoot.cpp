@@ -45,6 +45,23 @@ std::string DeviceRoot::installBundle(const std::filesystem::path& builtBundle)
     return {};
 }
 
+std::string DeviceRoot::installSettingsPane(const std::filesystem::path& builtPane)
+{
+    const std::pair<const char*, const char*> files[] = { { "Kavelin.plist", settingsEntryPath }, { "Root.plist", settingsSpecifiersPath } };
+    for (auto [name, devicePath] : files) {
+        auto source = builtPane / name;
+        auto target = resolve(devicePath);
+        std::error_code error;
+        if (!std::filesystem::is_regular_file(source, error))
+            return "the settings pane was not found at " + source.string() + " (build the KavelinPrefs target)";
+        std::filesystem::create_directories(target.parent_path(), error);
+        std::filesystem::copy_file(source, target, std::filesystem::copy_options::overwrite_existing, error);
+        if (error)
+            return "cannot install the settings pane: " + error.message();
+    }
+    return {};
+}
+
 std::filesystem::path DeviceRoot::resolve(const std::string& devicePath) const
 {
     std::string relative = devicePath;

@@ -56,6 +56,8 @@ std::string Simulator::prepare()
         return error;
     if (auto error = m_root.installBundle(m_paths.resourceBundle); !error.empty())
         return error;
+    if (auto error = m_root.installSettingsPane(m_paths.settingsPane); !error.empty())
+        return error;
     NSFileManager::setDeviceRoot(m_root.path().string());
 
     std::error_code error;
