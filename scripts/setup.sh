@@ -5,7 +5,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config clang libclang-rt-14-dev
   libicu-dev libplist-dev libcairo2-dev libpango1.0-dev fonts-inter librsvg2-bin
-  nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev python3
+  libical-dev nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev python3
   chromium
   libcpp-httplib-dev
 )

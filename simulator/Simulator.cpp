@@ -86,6 +86,12 @@ bool Simulator::fail(const Command& command, int status, const std::string& mess
     return false;
 }
 
+bool Simulator::warn(const Command& command, const std::string& message)
+{
+    std::cerr << command.location() << ": warning: " << message << "\n";
+    return true;
+}
+
 bool Simulator::notSupportedYet(const Command& command)
 {
     return fail(command, ExitCannotPlay, "'" + std::string(commandName(command.kind)) + "' is not supported yet");
@@ -252,9 +258,7 @@ bool Simulator::executeWorld(const Command& command)
     }
     case CommandKind::CopyFile: {
         const auto& file = command.as<CopyFileCommand>();
-        std::filesystem::path source = file.hostPath;
-        if (source.is_relative())
-            source = std::filesystem::path(command.file).parent_path() / source;
+        std::filesystem::path source = hostPathFor(command, file.hostPath);
         std::ifstream in(source, std::ios::binary);
         if (!in)
             return fail(command, ExitCannotPlay, "cannot read " + source.string());
@@ -384,6 +388,8 @@ bool Simulator::executeWorld(const Command& command)
         HostWorld::shared().removeNotificationWithIdentifier(oldest->identifier);
         return true;
     }
+    case CommandKind::CalendarImport:
+        return importCalendar(command);
     case CommandKind::NotificationGrouping:
         HostWorld::shared().setNotificationsGrouped(command.as<NotificationGroupingCommand>().grouped);
         return true;
@@ -395,6 +401,11 @@ bool Simulator::executeWorld(const Command& command)
         nowPlaying.album = music.album;
         if (music.artwork)
             nowPlaying.artworkColor = music.artwork->toString();
+        if (music.artworkFile) {
+            nowPlaying.artworkFile = artworkFile(command, *music.artworkFile);
+            if (!nowPlaying.artworkFile)
+                return false;
+        }
         if (music.track) {
             nowPlaying.track = music.track->index;
             nowPlaying.tracks = music.track->count;

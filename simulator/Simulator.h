@@ -67,6 +67,12 @@ private:
     void advanceWatched(double seconds);
 
     bool fail(const Command&, int status, const std::string& message);
+    bool warn(const Command&, const std::string& message);
+    // A path a scenario wrote, relative to the scenario's folder unless absolute.
+    static std::filesystem::path hostPathFor(const Command&, const std::string& written);
+    bool importCalendar(const Command&);
+    // The absolute path of a picture that decodes, or nothing (having failed).
+    std::optional<std::string> artworkFile(const Command&, const std::string& written);
     bool notSupportedYet(const Command&);
     void settle();
     double resolveTime(const TimeSpec&) const;

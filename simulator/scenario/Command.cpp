@@ -49,6 +49,7 @@ std::string_view commandName(CommandKind kind)
     case CommandKind::Timer: return "timer";
     case CommandKind::Call: return "call";
     case CommandKind::FaceTime: return "facetime";
+    case CommandKind::CalendarImport: return "calendar-import";
     case CommandKind::NotificationRemove: return "notification-remove";
     case CommandKind::Boot: return "boot";
     case CommandKind::Advance: return "advance";

@@ -49,6 +49,7 @@ enum class CommandKind : uint8_t {
     Timer,
     Call,
     FaceTime,
+    CalendarImport,
     NotificationRemove,
     // Acting: `boot` once, the others after it.
     Boot,
@@ -222,6 +223,12 @@ struct NotificationCommand {
     std::optional<int> actions;
 };
 
+// calendar-import FILE.ics [calendar=NAME]
+struct CalendarImportCommand {
+    std::string hostPath; // as written; relative paths are the player's to resolve
+    std::optional<std::string> calendar;
+};
+
 // notification-remove: the app's oldest notification in the store goes.
 struct NotificationRemoveCommand {
     std::string bundleIdentifier;
@@ -236,6 +243,8 @@ struct MusicCommand {
     std::optional<std::string> song;
     std::optional<std::string> album;
     std::optional<Color> artwork;
+    // artwork=FILE.png: a picture on this computer, as written (relative to the scenario's folder).
+    std::optional<std::string> artworkFile;
     std::optional<bool> playing;
     std::optional<TrackPosition> track;
 };
@@ -363,7 +372,7 @@ using CommandPayload = std::variant<NoArguments, SystemCommand, DeviceCommand, L
     NotificationGroupingCommand, MusicCommand, VolumeCommand, AlarmCommand, TimerCommand, CallCommand,
     FaceTimeCommand, AdvanceCommand, TargetCommand, LongPressCommand, SwipeCommand, SlideCommand, ScrollCommand,
     PickCommand, SwitchCommand, RotateCommand, SearchCommand, OutputFileCommand, ExpectPropertyCommand,
-    ExpectAbsentCommand, ExpectHostCommand, NotificationRemoveCommand, SoakCommand, ExpectShotCommand>;
+    ExpectAbsentCommand, ExpectHostCommand, NotificationRemoveCommand, SoakCommand, ExpectShotCommand, CalendarImportCommand>;
 
 // One checked command. Every field holds a valid value: a player can act on
 // it without checking again.

@@ -303,6 +303,16 @@ void parseNotification(ScenarioLineReader& reader, Command& command)
     set(command, CommandKind::Notification, std::move(notification));
 }
 
+void parseCalendarImport(ScenarioLineReader& reader, Command& command)
+{
+    if (!reader.expectArguments(1, 1))
+        return;
+    CalendarImportCommand import;
+    import.hostPath = reader.nonEmptyText(&reader.argument(0), "an iCalendar file like work.ics").value_or("");
+    import.calendar = reader.nonEmptyText(reader.option("calendar"), "a calendar name");
+    set(command, CommandKind::CalendarImport, std::move(import));
+}
+
 void parseNotificationRemove(ScenarioLineReader& reader, Command& command)
 {
     if (!reader.expectArguments(1, 1))
@@ -334,7 +344,13 @@ void parseMusic(ScenarioLineReader& reader, Command& command)
     music.artist = reader.text(reader.option("artist"));
     music.song = reader.text(reader.option("song"));
     music.album = reader.text(reader.option("album"));
-    music.artwork = reader.color(reader.option("artwork"));
+    // artwork=#rrggbb is a solid colour; anything else names a picture file.
+    if (const Word* artwork = reader.option("artwork")) {
+        if (artwork->text.starts_with('#'))
+            music.artwork = reader.color(artwork);
+        else
+            music.artworkFile = reader.checkedText(artwork, [](const std::string& path) { return path.ends_with(".png") || path.ends_with(".PNG"); }, "a colour like #1badf8 or a picture file like cover.png");
+    }
     music.playing = reader.boolean(reader.option("playing"));
     music.track = reader.parsed(reader.option("track"), parseTrackPosition, ValueDescription::trackPosition);
     set(command, CommandKind::Music, std::move(music));
@@ -620,6 +636,7 @@ const std::vector<CommandForm>& commandForms()
         { "weather-hour", Phase::World, "weather-hour HHMM T icon=NAME", { "icon" }, parseWeatherHour },
         { "weather-day", Phase::World, "weather-day NAME H L icon=NAME", { "icon" }, parseWeatherDay },
         { "calendar", Phase::World, "calendar NAME color=#rrggbb", { "color" }, parseCalendar },
+        { "calendar-import", Phase::World, "calendar-import FILE.ics calendar=NAME", { "calendar" }, parseCalendarImport },
         { "event", Phase::World, "event \"TITLE\" start=TIME end=TIME calendar=NAME location=\"L\" notes=\"N\"",
             { "start", "end", "calendar", "location", "notes" }, parseEvent },
         { "reminder", Phase::World, "reminder \"TITLE\" due=TIME|none calendar=NAME completed=B", { "due", "calendar", "completed" }, parseReminder },
@@ -627,7 +644,7 @@ const std::vector<CommandForm>& commandForms()
             { "title", "subtitle", "message", "date", "image", "actions", "url" }, parseNotification },
         { "notification-remove", Phase::World, "notification-remove BUNDLEID", {}, parseNotificationRemove },
         { "notifications", Phase::World, "notifications grouped=B", { "grouped" }, parseNotifications },
-        { "music", Phase::World, "music artist=\"A\" song=\"S\" album=\"L\" artwork=#rrggbb playing=B track=I/N or music none",
+        { "music", Phase::World, "music artist=\"A\" song=\"S\" album=\"L\" artwork=#rrggbb|FILE.png playing=B track=I/N or music none",
             { "artist", "song", "album", "artwork", "playing", "track" }, parseMusic },
         { "volume", Phase::World, "volume F", {}, parseVolume },
         { "alarm", Phase::World, "alarm today|tomorrow HH:MM or alarm none", {}, parseAlarm },

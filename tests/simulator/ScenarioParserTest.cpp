@@ -173,6 +173,10 @@ TEST(ScenarioParser, ReportsMistakesWithHelpfulMessages)
         { "notifications", "missing option grouped=yes|no" },
         { "music track=13/12", "option 'track': expected a track position like 3/12, got '13/12'" },
         { "music none playing=yes", "'music none' takes no options" },
+        { "music artwork=cover.jpg", "option 'artwork': expected a colour like #1badf8 or a picture file like cover.png" },
+        { "music artwork=#12345", "option 'artwork': expected a colour" },
+        { "calendar-import", "missing argument" },
+        { "calendar-import a.ics calender=Work", "option 'calender' is not one of calendar, did you mean 'calendar'?" },
         { "volume 2", "expected a number from 0 to 1, got '2'" },
         { "alarm today", "missing argument" },
         { "alarm none 7:00", "unexpected argument '7:00'" },
@@ -244,6 +248,10 @@ TEST(ScenarioParser, KeepsTypedFields)
 
     EXPECT_FALSE(single("reminder x due=none").as<ReminderCommand>().due);
     EXPECT_EQ(single("music track=3/12 artwork=#336699").as<MusicCommand>().artwork, (Color { 0x33, 0x66, 0x99 }));
+    EXPECT_EQ(single("music artwork=\"art/cover 1.png\"").as<MusicCommand>().artworkFile, "art/cover 1.png");
+    auto import = single("calendar-import \"My Calendars/work.ics\" calendar=Work").as<CalendarImportCommand>();
+    EXPECT_EQ(import.hostPath, "My Calendars/work.ics");
+    EXPECT_EQ(import.calendar, "Work");
     EXPECT_DOUBLE_EQ(single("longpress #x").as<LongPressCommand>().duration, 0.6);
     EXPECT_DOUBLE_EQ(single("longpress #x 2s").as<LongPressCommand>().duration, 2);
     EXPECT_EQ(single("search show top").as<SearchCommand>().edge, SearchCommand::Edge::Top);

@@ -74,9 +74,18 @@ void SBMediaController::setVolume(double volume)
 
 RefPtr<UIImage> SBMediaController::nowPlayingArtwork() const
 {
-    if (!m_nowPlaying || !m_nowPlaying->artworkColor)
+    if (!m_nowPlaying)
         return nullptr;
-    if (!m_artwork) {
+    if (m_artwork)
+        return m_artwork;
+    if (m_nowPlaying->artworkFile) {
+        // Drawn into an image of its own, so that the dump calls it "artwork"
+        // as it does a solid one (a decoded file is shared and keeps its name).
+        if (auto picture = UIImage::imageWithContentsOfFile(*m_nowPlaying->artworkFile)) {
+            m_artwork = UIImage::imageWithSize(picture->size(), picture->scale(),
+                [&](cairo_t* context) { picture->drawInRect(context, { { 0, 0 }, picture->size() }); }, "artwork");
+        }
+    } else if (m_nowPlaying->artworkColor) {
         const std::string& hex = *m_nowPlaying->artworkColor;
         unsigned value = hex.size() == 7 && hex[0] == '#' ? static_cast<unsigned>(std::strtoul(hex.c_str() + 1, nullptr, 16)) : 0;
         auto color = UIColor::colorWithRed(((value >> 16) & 0xff) / 255.0, ((value >> 8) & 0xff) / 255.0, (value & 0xff) / 255.0, 1);

@@ -18,6 +18,8 @@ public:
         std::optional<std::string> song;
         std::optional<std::string> album;
         std::optional<std::string> artworkColor; // "#rrggbb"
+        // A PNG file on this computer, drawn as the artwork (wins over the colour).
+        std::optional<std::string> artworkFile;
         int track { 1 };                         // 1-based
         int tracks { 1 };
     };
