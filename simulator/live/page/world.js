@@ -221,7 +221,9 @@ export class World {
                 error.textContent = (stored.errors ?? [stored.error ?? `upload refused (${stored.status})`]).join('\n');
                 return;
             }
-            this.app.play(line('calendar-import', quote(stored.file ?? stored.path ?? file.name), option('calendar', form.elements.calendar.value.trim())));
+            const played = await this.app.play(line('calendar-import', quote(stored.file ?? stored.path ?? file.name),
+                option('calendar', form.elements.calendar.value.trim())));
+            error.textContent = (played.errors ?? []).join('\n');
         });
         return section;
     }
