@@ -7,7 +7,7 @@ packages=(
   libicu-dev libplist-dev libcairo2-dev libpango1.0-dev fonts-inter librsvg2-bin
   libical-dev nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev python3
   chromium
-  libcpp-httplib-dev
+  libcpp-httplib-dev libpng-dev
 )
 # Node.js and npm drive the browser tests; a machine that has them from elsewhere keeps its own.
 command -v node >/dev/null || packages+=(nodejs)

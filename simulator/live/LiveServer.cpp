@@ -56,6 +56,9 @@ int LiveServer::run(const CommandLineOptions& options, const RecordPolicy& recor
     httplib::Server server;
     server.new_task_queue = [] { return new httplib::ThreadPool(serverThreads); };
     server.set_payload_max_length(LiveRouter::largestBody);
+    // Answers go out as they are written: with Nagle's algorithm a head and a body
+    // written apart wait for the client's delayed acknowledgement (40 ms).
+    server.set_tcp_nodelay(true);
     server.set_keep_alive_timeout(2);
     server.set_read_timeout(5);
     server.set_write_timeout(5);

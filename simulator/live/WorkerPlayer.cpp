@@ -1,5 +1,6 @@
 #include "WorkerPlayer.h"
 
+#include "ScreenPicture.h"
 #include "SettingsPane.h"
 #include "WorkerChannel.h"
 
@@ -14,7 +15,6 @@
 #include <UIKit/UIRenderer.h>
 #include <UIKit/UIScreen.h>
 
-#include <cairo.h>
 #include <iostream>
 #include <sstream>
 
@@ -129,23 +129,11 @@ void WorkerPlayer::afterRunLoopEvent()
     m_nextProgress = std::chrono::steady_clock::now() + progressInterval;
 }
 
-static cairo_status_t appendBytes(void* closure, const unsigned char* data, unsigned int length)
-{
-    static_cast<std::string*>(closure)->append(reinterpret_cast<const char*>(data), length);
-    return CAIRO_STATUS_SUCCESS;
-}
-
 std::string WorkerPlayer::screenPNG() const
 {
     CGRect screen = UIScreen::mainScreen()->bounds();
     auto image = UIRenderer::renderWindows(ViewTree::windows(), screen.size, UIScreen::mainScreen()->scale());
-    std::string png;
-    if (!image)
-        return png;
-    cairo_surface_flush(image->cairoSurface());
-    if (cairo_surface_write_to_png_stream(image->cairoSurface(), appendBytes, &png) != CAIRO_STATUS_SUCCESS)
-        png.clear();
-    return png;
+    return image ? ScreenPicture::png(image->cairoSurface()) : std::string();
 }
 
 bool WorkerPlayer::sendShot()

@@ -4,9 +4,12 @@
 #include <live/LiveRouter.h>
 #include <live/LiveSession.h>
 #include <live/PageFiles.h>
+#include <live/ScreenPicture.h>
 #include <live/WorkerChannel.h>
 
 #include <gtest/gtest.h>
+
+#include <cairo.h>
 
 #include <fcntl.h>
 #include <filesystem>
@@ -148,4 +151,50 @@ TEST(LiveRouter, RefusesOtherHostsForeignOriginsAndWrongMethods)
     EXPECT_EQ(status("GET", "/missing.js", own), 404);
     EXPECT_EQ(status("POST", "/play", own, std::string(LiveRouter::largestBody + 1, '#')), 413);
     EXPECT_EQ(status("POST", "/upload", own), 400); // no file name
+}
+
+// The fast encoder's picture decodes to the pixels cairo's own encoder keeps,
+// for an opaque screen (three channels) and a translucent picture.
+TEST(ScreenPicture, DecodesToTheSamePixelsAsCairosOwnPNG)
+{
+    for (double alpha : { 1.0, 0.5 }) {
+        cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 37, 23);
+        cairo_t* cr = cairo_create(surface);
+        cairo_set_source_rgba(cr, 0.1, 0.6, 0.9, alpha);
+        cairo_paint(cr);
+        cairo_set_source_rgba(cr, 0.9, 0.2, 0.3, alpha);
+        cairo_arc(cr, 18, 11, 9, 0, 6.3);
+        cairo_fill(cr);
+        cairo_destroy(cr);
+
+        std::string ours = ScreenPicture::png(surface);
+        std::string theirs;
+        cairo_surface_write_to_png_stream(surface, [](void* closure, const unsigned char* data, unsigned length) {
+            static_cast<std::string*>(closure)->append(reinterpret_cast<const char*>(data), length);
+            return CAIRO_STATUS_SUCCESS;
+        }, &theirs);
+        auto decode = [](const std::string& bytes) {
+            struct Reader {
+                const std::string* bytes;
+                size_t offset;
+            } reader { &bytes, 0 };
+            cairo_surface_t* decoded = cairo_image_surface_create_from_png_stream([](void* closure, unsigned char* data, unsigned length) {
+                auto* reader = static_cast<Reader*>(closure);
+                if (reader->offset + length > reader->bytes->size())
+                    return CAIRO_STATUS_READ_ERROR;
+                std::copy_n(reader->bytes->data() + reader->offset, length, data);
+                reader->offset += length;
+                return CAIRO_STATUS_SUCCESS;
+            }, &reader);
+            cairo_surface_flush(decoded);
+            std::string pixels(reinterpret_cast<const char*>(cairo_image_surface_get_data(decoded)),
+                static_cast<size_t>(cairo_image_surface_get_stride(decoded)) * cairo_image_surface_get_height(decoded));
+            cairo_surface_destroy(decoded);
+            return pixels;
+        };
+        ASSERT_TRUE(ours.starts_with("\x89PNG"));
+        EXPECT_EQ(static_cast<unsigned char>(ours[25]), alpha == 1.0 ? 2 : 6) << "colour type"; // RGB when opaque, else RGBA
+        EXPECT_EQ(decode(ours), decode(theirs)) << alpha;
+        cairo_surface_destroy(surface);
+    }
 }
