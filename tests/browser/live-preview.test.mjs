@@ -184,6 +184,21 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         assert.equal(lines.at(-1), 'advance 500ms');
     });
 
+    test('a typed line with a mistake shows the parser\'s message and changes nothing; a failed check is marked', async () => {
+        const before = await transcriptLines();
+        await page.fill('#command-line', 'tapp #_timeDateLabel');
+        await page.press('#command-line', 'Enter');
+        await page.waitForFunction(() => document.getElementById('command-errors').textContent.includes("unknown command 'tapp'"));
+        assert.equal(await page.inputValue('#command-line'), 'tapp #_timeDateLabel', 'the line stays to be corrected');
+        assert.deepEqual(await transcriptLines(), before);
+
+        await page.fill('#command-line', 'expect #_timeDateLabel text "not the clock"');
+        await page.press('#command-line', 'Enter');
+        const failed = page.locator('#transcript li.failed');
+        await failed.waitFor();
+        assert.match(await failed.textContent(), /expected #_timeDateLabel text to be "not the clock"/);
+    });
+
     test('the downloaded transcript replays with kavelin-sim to the same dump', async () => {
         await page.click('[data-advance="1s"]');
         await dumpWhere(() => true, 'an answer');

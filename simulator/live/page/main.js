@@ -92,7 +92,6 @@ class App {
     // Plays scenario lines and shows what came of them; answers the server's JSON.
     async play(lines, { quiet = false, onAnswer = null } = {}) {
         const text = Array.isArray(lines) ? lines.join('\n') : lines;
-        const before = this.transcript.lines.length;
         const startedAt = performance.now();
         this.showLastLine(text, 'pending');
         ++this.playing;
@@ -123,10 +122,7 @@ class App {
         if (answer.failed) {
             this.showLastLine(`${text} — ${answer.failed.join('; ')}`, 'failed');
             await this.refreshTranscript();
-            if (this.transcript.lines.length > before)
-                this.transcript.markFailed(before, answer.failed);
-            else
-                this.transcript.showErrors(answer.failed);
+            this.transcript.addFailure(text, answer.failed);
         }
         return answer;
     }

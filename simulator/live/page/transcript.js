@@ -7,7 +7,7 @@ export class Transcript {
         this.input = document.getElementById('command-line');
         this.errors = document.getElementById('command-errors');
         this.lines = [];
-        this.failures = new Map();   // transcript line number -> messages of the expects that failed there
+        this.failures = [];          // expects that did not hold: { after: line count then, text, messages }
         this.history = [];
         this.historyIndex = 0;
         document.getElementById('command').addEventListener('submit', (event) => {
@@ -48,10 +48,10 @@ export class Transcript {
         }));
     }
 
-    // Failed expects are marked on the lines just played (they are in the transcript too).
-    markFailed(firstNewLine, messages) {
-        for (let number = firstNewLine; number < this.lines.length; ++number)
-            this.failures.set(number, messages);
+    // An expect that did not hold is not kept in the transcript (it would not replay); the panel
+    // shows it where it was tried, marked, until the transcript starts again.
+    addFailure(text, messages) {
+        this.failures.push({ after: this.lines.length, text, messages });
         this.render();
     }
 
@@ -60,7 +60,7 @@ export class Transcript {
         if (lines[lines.length - 1] === '')
             lines.pop();
         if (lines.length < this.lines.length)
-            this.failures.clear();    // a fresh host: the transcript was played again from its start
+            this.failures = [];    // the transcript was cut short: the places no longer hold
         const grew = lines.length !== this.lines.length;
         this.lines = lines;
         this.render();
@@ -69,24 +69,29 @@ export class Transcript {
     }
 
     render() {
-        this.list.replaceChildren(...this.lines.map((text, index) => {
-            const item = document.createElement('li');
-            item.textContent = text;
-            if (/^\s*(#|$)/.test(text))
-                item.className = 'comment';
-            const failed = this.failures.get(index);
-            if (failed) {
-                item.classList.add('failed');
-                const why = document.createElement('div');
-                why.className = 'why';
-                why.textContent = failed.join('\n');
-                item.append(why);
-            }
-            item.addEventListener('click', () => {
-                this.input.value = text;
-                this.input.focus();
-            });
-            return item;
-        }));
+        const items = this.lines.map((text) => this.item(text));
+        for (const failure of [...this.failures].reverse()) {
+            const item = this.item(failure.text);
+            item.classList.add('failed');
+            item.title = 'Did not hold; not kept in the transcript';
+            const why = document.createElement('div');
+            why.className = 'why';
+            why.textContent = failure.messages.join('\n');
+            item.append(why);
+            items.splice(Math.min(failure.after, items.length), 0, item);
+        }
+        this.list.replaceChildren(...items);
+    }
+
+    item(text) {
+        const item = document.createElement('li');
+        item.textContent = text;
+        if (/^\s*(#|$)/.test(text))
+            item.className = 'comment';
+        item.addEventListener('click', () => {
+            this.input.value = text;
+            this.input.focus();
+        });
+        return item;
     }
 }
