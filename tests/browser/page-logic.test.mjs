@@ -125,13 +125,16 @@ test('scenario words the lexer reads back unchanged', async (t) => {
         assert.equal(expectedValue(false), 'false');
         assert.equal(quoted('yes'), '"yes"');
     });
-    await t.test('a preference value keeps its kind', () => {
-        assert.equal(prefsValue(true), 'yes');
-        assert.equal(prefsValue(false), 'no');
-        assert.equal(prefsValue(3), '3');
-        assert.equal(prefsValue('1800'), '1800');
-        assert.equal(prefsValue('#ff0000'), '"#ff0000"');
-        assert.equal(prefsValue('Work, Home'), '"Work, Home"');
+    await t.test('a preference value has the type the Settings app writes for its cell', () => {
+        assert.equal(prefsValue(true, 'PSSwitchCell'), 'yes');
+        assert.equal(prefsValue(false, 'PSSwitchCell'), 'no');
+        assert.equal(prefsValue(3, 'PSLinkListCell'), '3');
+        assert.equal(prefsValue('Work', 'PSLinkListCell'), '"Work"');
+        assert.equal(prefsValue(60, 'PSSliderCell'), '60.0');
+        assert.equal(prefsValue(0.25, 'PSSliderCell'), '0.25');
+        assert.equal(prefsValue('99', 'PSEditTextCell'), '"99"');
+        assert.equal(prefsValue('#ff0000', 'PSEditTextCell'), '"#ff0000"');
+        assert.equal(prefsValue('Work, Home', 'PSEditTextCell'), '"Work, Home"');
     });
     await t.test('an uploaded file gets a plain name the server takes', () => {
         assert.equal(plainFileName('Work calendar (2026).ics'), 'Work-calendar-2026-.ics');

@@ -20,7 +20,8 @@ boot
 advance 6s
 `;
 
-export async function startSession(startingScenario = scenario) {
+// The server, and unless `browser` is false, Chromium on its page.
+export async function startSession(startingScenario = scenario, { browser = true } = {}) {
     const folder = mkdtempSync(join(tmpdir(), 'kavelin-browser-'));
     writeFileSync(join(folder, "start.scenario"), startingScenario);
     const server = spawn(simulator, ['--live', join(folder, 'start.scenario'), '--port', '0', '--out', join(folder, 'out')],
@@ -29,6 +30,8 @@ export async function startSession(startingScenario = scenario) {
     server.stderr.on('data', (chunk) => { session.stderr += chunk; });
     try {
         session.address = await printedAddress(server, () => session.stderr);
+        if (!browser)
+            return session;
         session.browser = await chromium.launch({
             executablePath: chromiumPath,
             headless: true,

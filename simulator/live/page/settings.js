@@ -6,16 +6,18 @@ import { line, quoted } from './scenarioText.js';
 import * as api from './api.js';
 
 const colourPattern = /^#[0-9a-f]{6}$/i;
-const numberPattern = /^-?\d+(\.\d+)?$/;
 
-// The VALUE of a `prefs` line: booleans as yes/no, numbers bare, anything else quoted text.
-export function prefsValue(value) {
+// The VALUE of a `prefs` line, of the type the phone's Settings app writes for each cell: a
+// switch a boolean, a list its chosen value as declared (numbers stay numbers), a slider a real
+// number, a text field a string (quoted, so "99" stays text).
+export function prefsValue(value, cell) {
     if (typeof value === 'boolean')
         return value ? 'yes' : 'no';
+    if (cell === 'PSSliderCell')
+        return Number.isInteger(Number(value)) ? Number(value).toFixed(1) : String(Number(value));
     if (typeof value === 'number')
         return String(value);
-    const text = String(value);
-    return numberPattern.test(text) ? text : quoted(text);
+    return quoted(String(value));
 }
 
 // A list's value comes back as it was declared: numbers stay numbers.
@@ -105,13 +107,13 @@ export class Settings {
             control.type = 'checkbox';
             control.className = 'switch';
             control.checked = current === true || current === 'YES' || current === 1;
-            control.addEventListener('change', () => this.change(item.key, control.checked));
+            control.addEventListener('change', () => this.change(item, control.checked));
         } else if (cell === 'PSLinkListCell') {
             control = document.createElement('select');
             const values = item.validValues ?? [];
             values.forEach((value, index) => control.add(new Option(item.validTitles?.[index] ?? String(value), String(value))));
             control.value = String(current);
-            control.addEventListener('change', () => this.change(item.key, sameKind(values[0], control.value)));
+            control.addEventListener('change', () => this.change(item, sameKind(values[0], control.value)));
         } else if (cell === 'PSSliderCell') {
             control = document.createElement('span');
             control.className = 'slider-control';
@@ -124,7 +126,7 @@ export class Settings {
             const shown = document.createElement('output');
             shown.textContent = slider.value;
             slider.addEventListener('input', () => { shown.textContent = slider.value; });
-            slider.addEventListener('change', () => this.change(item.key, Number(slider.value)));
+            slider.addEventListener('change', () => this.change(item, Number(slider.value)));
             control.append(slider, shown);
         } else if (cell === 'PSEditTextCell' && colourPattern.test(String(item.default ?? ''))) {
             control = this.colourControl(item, String(current));
@@ -134,7 +136,7 @@ export class Settings {
             control.spellcheck = false;
             control.value = current ?? '';
             control.placeholder = item.placeholder ?? '';
-            control.addEventListener('change', () => this.change(item.key, control.value));
+            control.addEventListener('change', () => this.change(item, control.value));
         } else {
             return null;
         }
@@ -155,19 +157,19 @@ export class Settings {
         text.spellcheck = false;
         picker.addEventListener('change', () => {
             text.value = picker.value;
-            this.change(item.key, picker.value);
+            this.change(item, picker.value);
         });
         text.addEventListener('change', () => {
             if (colourPattern.test(text.value))
                 picker.value = text.value.toLowerCase();
-            this.change(item.key, text.value);
+            this.change(item, text.value);
         });
         control.append(picker, text);
         return control;
     }
 
-    async change(key, value) {
-        const answer = await this.app.play(line('prefs', key, prefsValue(value)));
+    async change(item, value) {
+        const answer = await this.app.play(line('prefs', item.key, prefsValue(value, item.cell ?? item.type)));
         if (answer?.ok !== false || answer?.failed)
             this.notice.hidden = false;
     }
