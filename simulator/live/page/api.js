@@ -62,8 +62,8 @@ export async function upload(file, name) {
 // One EventSource for the page's life; the browser reconnects it by itself after a drop. The
 // server's events (docs/live-preview.md): `screen` (the picture, dump or transcript changed),
 // `progress` (a long line's progress), `busy` (a line started or ended), `phone` (the phone
-// stopped or started again).
-export function listen({ onScreen, onProgress, onBusy, onPhone, onOpen, onClose }) {
+// stopped or started again), `hello` (the state on connecting, as GET /state.json gives it).
+export function listen({ onScreen, onProgress, onBusy, onPhone, onHello, onOpen, onClose }) {
     const source = new EventSource('/events');
     source.onopen = onOpen;
     source.onerror = onClose;
@@ -79,5 +79,6 @@ export function listen({ onScreen, onProgress, onBusy, onPhone, onOpen, onClose 
     source.addEventListener('progress', (event) => onProgress(data(event)));
     source.addEventListener('busy', (event) => onBusy(data(event)));
     source.addEventListener('phone', (event) => onPhone(data(event)));
+    source.addEventListener('hello', (event) => onHello(data(event)));
     return source;
 }

@@ -67,6 +67,11 @@ class App {
             onProgress: (progress) => this.showProgress(progress),
             onBusy: (busy) => this.busy(busy),
             onPhone: (phone) => this.phone(phone),
+            // On (re)connecting: a phone that stopped while the page was away is shown as such.
+            onHello: (state) => {
+                if (state.phone === 'stopped')
+                    this.phone({ state: 'stopped', message: state.problem });
+            },
         });
         this.changed();
         this.settings.load();
