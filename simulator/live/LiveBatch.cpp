@@ -28,6 +28,12 @@ std::vector<std::string> hostPathsOf(const Command& command)
         return { command.as<CopyFileCommand>().hostPath };
     case CommandKind::ExpectShot:
         return { command.as<ExpectShotCommand>().reference };
+    case CommandKind::CalendarImport:
+        return { command.as<CalendarImportCommand>().hostPath };
+    case CommandKind::Music:
+        if (const auto& file = command.as<MusicCommand>().artworkFile)
+            return { *file };
+        return {};
     default:
         return {};
     }

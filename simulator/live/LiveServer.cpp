@@ -42,8 +42,15 @@ int LiveServer::run(const CommandLineOptions& options, const RecordPolicy& recor
         std::cerr << "kavelin-sim: cannot use " << options.outputDirectory << " as the output folder\n";
         return ExitCannotPlay;
     }
-    if (options.rootDirectory)
+    if (options.rootDirectory) {
+        // Made if missing, as a batch run makes it; each phone starts from a copy.
         folders.root = std::filesystem::absolute(*options.rootDirectory, error);
+        std::filesystem::create_directories(folders.root, error);
+        if (error || !std::filesystem::is_directory(folders.root)) {
+            std::cerr << "kavelin-sim: cannot use " << *options.rootDirectory << " as the device root\n";
+            return ExitCannotPlay;
+        }
+    }
     folders.scenario = folders.output;
     folders.recordMode = std::string(RecordPolicy::nameOf(recordPolicy.mode()));
     if (options.scenario && *options.scenario != "-")

@@ -1,5 +1,7 @@
 #include "SettingsPane.h"
 
+#include "DeviceRoot.h"
+
 #include <Foundation/NSFileManager.h>
 
 #include <plist/plist.h>
@@ -97,14 +99,14 @@ nlohmann::json SettingsPane::read()
 {
     nlohmann::json pane { { "items", nlohmann::json::array() }, { "file", preferencesPath } };
     std::string error;
-    PlistPointer specifiers = readPlist(specifierPath, error);
+    PlistPointer specifiers = readPlist(DeviceRoot::settingsSpecifiersPath, error);
     if (!specifiers) {
         pane["error"] = "the settings pane is not installed: " + error;
         return pane;
     }
     nlohmann::json items = toJson(plist_dict_get_item(specifiers.get(), "items"), 0);
     if (!items.is_array()) {
-        pane["error"] = std::string(specifierPath) + " has no items";
+        pane["error"] = std::string(DeviceRoot::settingsSpecifiersPath) + " has no items";
         return pane;
     }
     std::string ignored;

@@ -13,7 +13,6 @@ namespace sim::live {
 // "error" says why there are no items, when there are none.
 class SettingsPane {
 public:
-    static constexpr const char* specifierPath = "/Library/PreferenceBundles/KavelinPrefs.bundle/Root.plist";
     static constexpr const char* preferencesPath = "/private/var/mobile/Library/Preferences/com.Corvane.Kavelin.plist";
 
     // Reads both files through the device root.

@@ -79,6 +79,10 @@ TEST(LiveBatch, HostPathsStayInsideTheOutputAndRootFolders)
     // A reference picture is read (and recorded) in the session's folder too.
     Confinement scenarioFolder { folder / "elsewhere", { folder / "out" } };
     EXPECT_FALSE(LiveBatch::read("expect-shot ref.png", scenarioFolder).ok());
+    EXPECT_FALSE(LiveBatch::read("calendar-import /etc/week.ics", confinement).ok());
+    EXPECT_TRUE(LiveBatch::read("calendar-import uploads/week.ics", confinement).ok());
+    EXPECT_FALSE(LiveBatch::read("music artwork=/etc/cover.png", confinement).ok());
+    EXPECT_TRUE(LiveBatch::read("music artwork=#ff0000", confinement).ok());
     std::filesystem::remove_all(folder);
 }
 

@@ -156,6 +156,26 @@ class LiveInterfaceTest(unittest.TestCase):
         self.assertEqual(status, 400)
         self.assertIn("outside", answer["errors"][0])
 
+    def test_1b_settings_and_an_uploaded_calendar(self):
+        s = self.server
+        status, pane = s.json("/settings.json")
+        self.assertEqual(status, 200)
+        switches = [item for item in pane["items"] if item.get("cell") == "PSSwitchCell"]
+        self.assertTrue(switches, pane)
+        key = switches[0]["key"]
+        self.assertNotIn("value", switches[0])
+        value = "no" if switches[0]["default"] else "yes"
+        self.assertEqual(s.play("prefs %s %s" % (key, value))[0], 200)
+        item = next(item for item in s.json("/settings.json")[1]["items"] if item.get("key") == key)
+        self.assertEqual(item["value"], value == "yes")
+
+        calendar = ("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nX-WR-CALNAME:Uploaded\r\nBEGIN:VEVENT\r\nUID:1\r\n"
+                    "DTSTART:20261121T150000Z\r\nDTEND:20261121T160000Z\r\nSUMMARY:Tea\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n")
+        status, _, data = s.request("POST", "/upload?name=tea.ics", calendar)
+        self.assertEqual(status, 200)
+        status, answer = s.play('calendar-import "%s"' % json.loads(data)["file"])
+        self.assertEqual(status, 200, answer)
+
     def test_2_a_played_line_changes_the_dump_and_a_bad_one_nothing(self):
         s = self.server
         status, _, page = s.request("GET", "/")
