@@ -87,8 +87,10 @@ test('the mouse as a finger', async (t) => {
     await t.test('a drag over a scroll view moves its content with the finger', () => {
         assert.equal(classify(trace([300, 50, 0], [200, 40, 0], [100, 60, 200]), dump), 'scroll #_foregroundScrollView -200 10');
     });
-    await t.test('a drag on a slider sets the value under the pointer, within its track', () => {
-        assert.equal(classify(trace([60, 510, 0], [190, 512, 100]), dump), 'slide #_volumeSlider 0.5');
+    await t.test('a drag on a slider moves its value by the share of the track the finger moved, within its range', () => {
+        // The slider is 300 points wide at 0.5: its track is 272 points (a 28-point thumb).
+        assert.equal(classify(trace([60, 510, 0], [128, 512, 100]), dump), 'slide #_volumeSlider 0.75');
+        assert.equal(classify(trace([200, 510, 0], [132, 512, 100]), dump), 'slide #_volumeSlider 0.25');
         assert.equal(classify(trace([60, 510, 0], [900, 512, 100]), dump), 'slide #_volumeSlider 1');
         assert.equal(classify(trace([200, 510, 0], [-50, 512, 100]), dump), 'slide #_volumeSlider 0');
     });

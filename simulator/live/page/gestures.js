@@ -26,7 +26,7 @@ export function classify(trace, dump) {
     const horizontal = Math.abs(dx) >= Math.abs(dy);
     const dragged = dragTargetAt(dump, first.x, first.y, horizontal);
     if (dragged?.kind === 'slider')
-        return line('slide', targetOf(dragged.node), sliderValue(dragged.node, last.x));
+        return line('slide', targetOf(dragged.node), sliderValue(dragged.node, dx));
     if (dragged?.kind === 'picker')
         return pickLine(dragged.node, first.x, dy);
     if (dragged?.kind === 'scroll')
@@ -35,14 +35,18 @@ export function classify(trace, dump) {
     return line('swipe', direction, at(first));
 }
 
-// The value under the finger along the slider's track (the dump gives no range: 0 to 1 unless
-// the node says otherwise).
-export function sliderValue(node, x) {
+// A slider follows the finger as UIKit's does: the value moves by the share of the track the
+// finger moved (the track being the slider's width less half a 28-point thumb at each end),
+// from the value it had. The dump gives no range: 0 to 1 unless the node says otherwise.
+export const sliderThumbSize = 28;
+
+export function sliderValue(node, dx) {
     const minimum = node.minimumValue ?? 0;
     const maximum = node.maximumValue ?? 1;
-    const [left, , width] = node.screen;
-    const share = Math.min(1, Math.max(0, (x - left) / width));
-    return points(minimum + share * (maximum - minimum));
+    const width = node.screen[2];
+    const track = Math.max(0, width - 2 * Math.min(sliderThumbSize / 2, width / 2));
+    const moved = track > 0 ? (dx / track) * (maximum - minimum) : 0;
+    return points(Math.min(maximum, Math.max(minimum, node.value + moved)));
 }
 
 // A vertical drag turns the wheel under the finger: rows move with the finger, so dragging down
