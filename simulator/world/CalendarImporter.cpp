@@ -188,7 +188,7 @@ public:
             if (icalcomponent_isa(root) == ICAL_VCALENDAR_COMPONENT)
                 importCalendar(root, calendarName);
             else
-                warn(lineOf(root), std::string("a ") + icalcomponent_kind_to_string(icalcomponent_isa(root)) + " outside any VCALENDAR (skipped)");
+                warn(lineOf(root), "a component outside any VCALENDAR (skipped)");
         }
         if (m_warningCount > m_result.warnings.size())
             m_result.warnings.push_back(m_displayName + ": " + std::to_string(m_warningCount - m_result.warnings.size()) + " more problems like these");

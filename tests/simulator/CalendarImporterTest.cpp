@@ -184,6 +184,10 @@ TEST(CalendarImporter, WhatIsNotACalendarIsRefusedWithItsLine)
     ASSERT_EQ(read.events.size(), 1u);
     EXPECT_EQ(read.events[0].title, "\xEF\xBF\xBD\xEF\xBF\xBD") << "invalid UTF-8 is replaced";
 
+    // A component of no known kind outside the calendar (a mangled BEGIN line).
+    CalendarImport stray = CalendarImporter::importText("BEGIN:VCALENDAR\nEND:VCALENDAR\nBEGIN:\xff\xff\nEND:\xff\xff\n", "stray.ics", "stray", options);
+    EXPECT_NE(allWarnings(stray).find("stray.ics:3: a component outside any VCALENDAR (skipped)"), std::string::npos) << allWarnings(stray);
+
     // A download cut short: what was read is kept, and the cut is a warning.
     CalendarImport cut = CalendarImporter::importText("BEGIN:VCALENDAR\nBEGIN:VEVENT\nDTSTART:20261123T100000Z\nSUMMARY:Cut sh", "cut.ics", "cut", options);
     EXPECT_FALSE(cut.error);
