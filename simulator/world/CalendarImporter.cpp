@@ -309,6 +309,8 @@ private:
             } else {
                 auto replaced = replacedByUid.find(textProperty(event, ICAL_UID_PROPERTY).value_or(""));
                 occurrences = expander.expand(event, *start, duration, replaced == replacedByUid.end() ? std::vector<double> {} : replaced->second);
+                if (expander.skippedRule())
+                    warn(lineOf(event), "event \"" + title + "\" repeats every hour, minute or second on chosen days; the rule is left out");
                 if (expander.reachedLimit())
                     warn(lineOf(event), "event \"" + title + "\" repeats more than " + std::to_string(CalendarImporter::maximumOccurrences) + " times in the window; the rest are left out");
             }

@@ -23,6 +23,16 @@ void RecurrenceExpander::addRuleOccurrences(icalproperty* property, struct icalt
     struct icalrecurrencetype rule = icalproperty_get_rrule(property);
     if (rule.freq == ICAL_NO_RECURRENCE)
         return;
+    // Every hour, minute or second, but only on chosen days or months:
+    // libical walks each step to the next match (to the year 2582 when none
+    // comes), which can take it minutes. Calendar programs do not write such
+    // rules; one is left out, with a warning.
+    bool subDaily = rule.freq == ICAL_SECONDLY_RECURRENCE || rule.freq == ICAL_MINUTELY_RECURRENCE || rule.freq == ICAL_HOURLY_RECURRENCE;
+    auto limits = [](const short* parts) { return parts[0] != ICAL_RECURRENCE_ARRAY_MAX; };
+    if (subDaily && (limits(rule.by_day) || limits(rule.by_month_day) || limits(rule.by_year_day) || limits(rule.by_week_no) || limits(rule.by_month))) {
+        m_skippedRule = true;
+        return;
+    }
     icalrecur_iterator* iterator = icalrecur_iterator_new(rule, start);
     if (!iterator)
         return;
@@ -52,6 +62,7 @@ void RecurrenceExpander::addRuleOccurrences(icalproperty* property, struct icalt
 std::vector<RecurrenceExpander::Occurrence> RecurrenceExpander::expand(icalcomponent* event, double start, double duration, const std::vector<double>& replaced)
 {
     m_reachedLimit = false;
+    m_skippedRule = false;
     m_excluded = std::set<double>(replaced.begin(), replaced.end());
     for (icalproperty* date = icalcomponent_get_first_property(event, ICAL_EXDATE_PROPERTY); date;
          date = icalcomponent_get_next_property(event, ICAL_EXDATE_PROPERTY)) {

@@ -26,6 +26,8 @@ public:
     std::vector<Occurrence> expand(icalcomponent* event, double start, double duration, const std::vector<double>& replaced);
     // Set when the last expansion stopped at the limit.
     bool reachedLimit() const { return m_reachedLimit; }
+    // Set when the last expansion left out a rule too costly to follow.
+    bool skippedRule() const { return m_skippedRule; }
 
 private:
     void addRuleOccurrences(icalproperty* rule, struct icaltimetype start, double duration, std::vector<double>& starts);
@@ -36,6 +38,7 @@ private:
     double m_windowEnd;
     size_t m_limit;
     bool m_reachedLimit { false };
+    bool m_skippedRule { false };
     std::set<double> m_excluded; // EXDATEs and replaced instances of the event being expanded
 };
 

@@ -210,4 +210,10 @@ TEST(CalendarImporter, EndlessRulesStopAtTheWindowAndTheLimit)
     CalendarImport minutely = CalendarImporter::importText(calendar("FREQ=MINUTELY"), "busy.ics", "busy", options);
     EXPECT_EQ(minutely.events.size(), CalendarImporter::maximumOccurrences);
     EXPECT_NE(allWarnings(minutely).find("busy.ics:2: event \"Tick\" repeats more than 5000 times"), std::string::npos) << allWarnings(minutely);
+
+    // Every second of February only: libical would walk months of seconds to
+    // find one (and, for a rule that matches nothing, centuries of hours).
+    CalendarImport rare = CalendarImporter::importText(calendar("FREQ=SECONDLY;BYMONTH=2"), "rare.ics", "rare", options);
+    EXPECT_EQ(rare.events.size(), 0u) << "its start lies before the window";
+    EXPECT_NE(allWarnings(rare).find("rare.ics:2: event \"Tick\" repeats every hour, minute or second on chosen days; the rule is left out"), std::string::npos);
 }
