@@ -2,7 +2,7 @@
 // driven as a user would drive it. One session for the file; the tests run in order on it.
 import { after, before, describe, test } from 'node:test';
 import assert from 'node:assert/strict';
-import { readFileSync } from 'node:fs';
+import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { playScenario, startSession, stopSession } from './session.mjs';
 
@@ -168,6 +168,24 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         assert.match(named(rebuilt, '_timeDateLabel').text, /^\d\d:\d\d\n/);
         assert.doesNotMatch(named(rebuilt, '_timeDateLabel').text, /AM|PM/);
         await pictureOtherThan(before);
+    });
+
+    test('an .ics file picked in the world editor is uploaded, imported and shown in the schedule', async () => {
+        const calendar = join(session.folder, 'team.ics');
+        writeFileSync(calendar, ['BEGIN:VCALENDAR', 'VERSION:2.0', 'PRODID:-//Kavelin tests//EN', 'X-WR-CALNAME:Team',
+            'BEGIN:VEVENT', 'UID:standup-1', 'DTSTART:20261122T120000Z', 'DTEND:20261122T123000Z', 'SUMMARY:Team standup',
+            'END:VEVENT', 'END:VCALENDAR', ''].join('\r\n'));
+        await page.click('[data-tab="world"]');
+        await page.click('summary:text("Calendar import")');
+        await page.setInputFiles('input[type="file"]', calendar);
+        await page.click('button:text-is("Import")');
+        await page.waitForFunction(() => [...document.querySelectorAll('#transcript li')].some((item) => /^calendar-import \S*team\.ics$/.test(item.textContent)));
+        assert.equal(await page.locator('.editor .form-error').textContent(), '');
+        // The table reloads on its 10-second timer while the screen is on.
+        await page.click('[data-line="display on"]');
+        await page.fill('#command-line', 'advance 11s');
+        await page.press('#command-line', 'Enter');
+        await dumpWhere((tree) => findInDump(tree, (node) => node.text === 'Team standup'), 'the imported event');
     });
 
     test('a click on the clock opens the clock overlay in the picture', async () => {
