@@ -116,16 +116,6 @@ void KVMusicDisplayView::show() { showDisplayOverlay(this, _settings.get(), &KVS
 
 void KVMusicDisplayView::hide() { hideDisplayOverlay(this, _settings.get(), &KVSettings::melodraResetLockScreenDim); }
 
-// Gives a view whose transform scales it the frame it shows on screen: the
-// platform keeps a view's frame untransformed and scales the drawing about
-// its centre, so the untransformed frame is the visible one grown by 1/scale.
-static void setVisibleFrame(UIView& view, CGRect visible, double scale)
-{
-    double width = visible.size.width / scale;
-    double height = visible.size.height / scale;
-    view.setFrame(CGRectMake(CGRectGetMidX(visible) - width / 2, CGRectGetMidY(visible) - height / 2, width, height));
-}
-
 void KVMusicDisplayView::updateFrame()
 {
     layOutDisplayOverlay(this, _blurEffectView.get());
@@ -150,7 +140,9 @@ void KVMusicDisplayView::updateFrame()
     _volumeMaxImageView->setFrame(CGRectMake(w - s - 20, volumeY, s, s));
     double sliderX = CGRectGetMaxX(_volumeMinImageView->frame()) + 5;
     double sliderWidth = _volumeMaxImageView->frame().origin.x - _volumeMinImageView->frame().origin.x - s - 20;
-    setVisibleFrame(*_volumeSlider, CGRectMake(sliderX, 1.005 * volumeY, sliderWidth, 0.05 * h), volumeSliderScale);
+    // The slider is drawn at a scale: its frame is the box it covers, and its
+    // bounds are that box grown by the inverse of the scale.
+    _volumeSlider->setFrame(CGRectMake(sliderX, 1.005 * volumeY, sliderWidth, 0.05 * h));
 }
 
 void KVMusicDisplayView::update()

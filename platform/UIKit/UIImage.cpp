@@ -206,7 +206,11 @@ RefPtr<UIImage> UIImage::imageWithSize(CGSize size, double scale, const std::fun
         draw(cr);
     cairo_destroy(cr);
     cairo_surface_flush(surface);
-    return make<UIImage>(surface, scale, std::move(name));
+    auto image = make<UIImage>(surface, scale, std::move(name));
+    // The size asked for, even when it is not a whole number of pixels (7.5
+    // points at 3x): the last pixel row and column are then partly covered.
+    image->m_size = size;
+    return image;
 }
 
 RefPtr<UIImage> UIImage::imageWithColor(const UIColor& color, CGSize size, double scale, std::string name)
@@ -220,6 +224,7 @@ RefPtr<UIImage> UIImage::imageWithColor(const UIColor& color, CGSize size, doubl
 RefPtr<UIImage> UIImage::derived(cairo_surface_t* surface, double scale) const
 {
     auto image = make<UIImage>(surface, scale, m_name);
+    image->m_size = m_size;
     image->m_tintColor = m_tintColor;
     image->m_renderingMode = m_renderingMode;
     return image;
@@ -316,13 +321,15 @@ void UIImage::drawInRect(cairo_t* cr, CGRect rect, double alpha) const
         return;
     cairo_save(cr);
     cairo_translate(cr, rect.origin.x, rect.origin.y);
-    cairo_scale(cr, rect.size.width / pixelWidth(), rect.size.height / pixelHeight());
+    // The image's size in pixels, which a partly covered last pixel exceeds.
+    double width = m_size.width * m_scale, height = m_size.height * m_scale;
+    cairo_scale(cr, rect.size.width / width, rect.size.height / height);
     cairo_set_source_surface(cr, m_surface, 0, 0);
     cairo_pattern_t* pattern = cairo_get_source(cr);
     // Pad so that the edges stay sharp when the image is stretched.
     cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
     cairo_pattern_set_filter(pattern, CAIRO_FILTER_GOOD);
-    cairo_rectangle(cr, 0, 0, pixelWidth(), pixelHeight());
+    cairo_rectangle(cr, 0, 0, width, height);
     cairo_clip(cr);
     cairo_paint_with_alpha(cr, alpha);
     cairo_restore(cr);

@@ -42,6 +42,9 @@ UIScrollView::UIScrollView(CGRect frame)
 
 void UIScrollView::setUp()
 {
+    // Content scrolled out of the view is not seen, as in UIKit, where a
+    // scroll view clips to its bounds unless told otherwise.
+    setClipsToBounds(true);
     m_panGestureRecognizer = make<UIScrollViewPanGestureRecognizer>();
     // The recogniser lives in this view; its handler must not keep the view alive.
     m_panGestureRecognizer->addHandler([this](UIGestureRecognizer& recognizer) { handlePan(static_cast<UIPanGestureRecognizer&>(recognizer)); });

@@ -4,6 +4,7 @@
 #include "UIWindow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 
 OBJC_IMPLEMENT_CLASS(UIResponder, NSObject) { }
@@ -78,9 +79,32 @@ StrongId UIView::initWithFrame(CGRect frame)
     return StrongId(this);
 }
 
+CGRect UIView::frame() const
+{
+    if (CGAffineTransformIsIdentity(m_transform))
+        return m_frame;
+    CGPoint corners[] = { { 0, 0 }, { m_bounds.size.width, 0 }, { 0, m_bounds.size.height }, { m_bounds.size.width, m_bounds.size.height } };
+    double minX = INFINITY, minY = INFINITY, maxX = -INFINITY, maxY = -INFINITY;
+    for (CGPoint corner : corners) {
+        CGPoint p = pointToSuperview({ corner.x + m_bounds.origin.x, corner.y + m_bounds.origin.y });
+        minX = std::min(minX, p.x), maxX = std::max(maxX, p.x);
+        minY = std::min(minY, p.y), maxY = std::max(maxY, p.y);
+    }
+    return CGRectMake(minX, minY, maxX - minX, maxY - minY);
+}
+
 void UIView::setFrame(CGRect frame)
 {
     willChangeAnimatableProperty();
+    if (!CGAffineTransformIsIdentity(m_transform)) {
+        // UIKit leaves other transforms undefined; a scale keeps its meaning.
+        const CGAffineTransform& t = m_transform;
+        CGSize size = m_bounds.size;
+        if (t.b == 0 && t.c == 0 && t.a != 0 && t.d != 0)
+            size = { frame.size.width / std::abs(t.a), frame.size.height / std::abs(t.d) };
+        CGPoint centre { CGRectGetMidX(frame) - t.tx, CGRectGetMidY(frame) - t.ty };
+        frame = CGRectMake(centre.x - size.width / 2, centre.y - size.height / 2, size.width, size.height);
+    }
     CGSize oldSize = m_bounds.size;
     m_frame = frame;
     if (oldSize != frame.size) {
@@ -295,10 +319,8 @@ CGPoint UIView::convertPointToView(CGPoint point, const UIView* view) const
 {
     // Up to the root in screen-space, then down into the target.
     CGPoint p = point;
-    for (const UIView* v = this; v; v = v->m_superview) {
-        p.x += v->m_frame.origin.x - v->m_bounds.origin.x;
-        p.y += v->m_frame.origin.y - v->m_bounds.origin.y;
-    }
+    for (const UIView* v = this; v; v = v->m_superview)
+        p = v->pointToSuperview(p);
     if (!view)
         return p;
     return view->convertPointFromView(p, nullptr);
@@ -306,15 +328,49 @@ CGPoint UIView::convertPointToView(CGPoint point, const UIView* view) const
 
 CGPoint UIView::convertPointFromView(CGPoint point, const UIView* view) const
 {
-    CGPoint screen = view ? view->convertPointToView(point, nullptr) : point;
-    CGPoint origin = convertPointToView(CGPointMake(0, 0), nullptr);
-    return { screen.x - origin.x, screen.y - origin.y };
+    CGPoint p = view ? view->convertPointToView(point, nullptr) : point;
+    // Down from the root, through each view's transform.
+    std::vector<const UIView*> chain;
+    for (const UIView* v = this; v; v = v->m_superview)
+        chain.push_back(v);
+    for (auto it = chain.rbegin(); it != chain.rend(); ++it)
+        p = (*it)->pointFromSuperview(p);
+    return p;
 }
 
 CGRect UIView::convertRectToView(CGRect rect, const UIView* view) const
 {
-    CGPoint origin = convertPointToView(rect.origin, view);
-    return { origin, rect.size };
+    // The box around the four corners: a transform on the way may scale or
+    // turn the rectangle.
+    CGPoint a = convertPointToView(rect.origin, view);
+    CGPoint b = convertPointToView({ CGRectGetMaxX(rect), CGRectGetMaxY(rect) }, view);
+    CGPoint c = convertPointToView({ CGRectGetMaxX(rect), rect.origin.y }, view);
+    CGPoint d = convertPointToView({ rect.origin.x, CGRectGetMaxY(rect) }, view);
+    double minX = std::min({ a.x, b.x, c.x, d.x }), minY = std::min({ a.y, b.y, c.y, d.y });
+    return CGRectMake(minX, minY, std::max({ a.x, b.x, c.x, d.x }) - minX, std::max({ a.y, b.y, c.y, d.y }) - minY);
+}
+
+CGPoint UIView::pointToSuperview(CGPoint point) const
+{
+    CGPoint p { point.x - m_bounds.origin.x, point.y - m_bounds.origin.y };
+    if (CGAffineTransformIsIdentity(m_transform))
+        return { p.x + m_frame.origin.x, p.y + m_frame.origin.y };
+    const CGAffineTransform& t = m_transform;
+    double dx = p.x - m_frame.size.width / 2, dy = p.y - m_frame.size.height / 2;
+    return { CGRectGetMidX(m_frame) + t.a * dx + t.c * dy + t.tx, CGRectGetMidY(m_frame) + t.b * dx + t.d * dy + t.ty };
+}
+
+CGPoint UIView::pointFromSuperview(CGPoint point) const
+{
+    if (CGAffineTransformIsIdentity(m_transform))
+        return { point.x - m_frame.origin.x + m_bounds.origin.x, point.y - m_frame.origin.y + m_bounds.origin.y };
+    const CGAffineTransform& t = m_transform;
+    double determinant = t.a * t.d - t.b * t.c;
+    if (determinant == 0)
+        return { NAN, NAN };
+    double dx = point.x - CGRectGetMidX(m_frame) - t.tx, dy = point.y - CGRectGetMidY(m_frame) - t.ty;
+    double x = (t.d * dx - t.c * dy) / determinant, y = (-t.b * dx + t.a * dy) / determinant;
+    return { x + m_frame.size.width / 2 + m_bounds.origin.x, y + m_frame.size.height / 2 + m_bounds.origin.y };
 }
 
 CGRect UIView::screenFrame() const { return convertRectToView(m_bounds, nullptr); }
@@ -346,8 +402,7 @@ UIView* UIView::hitTest(CGPoint point)
         return nullptr;
     for (auto it = m_subviews.rbegin(); it != m_subviews.rend(); ++it) {
         UIView* subview = it->get();
-        CGPoint local { point.x - subview->m_frame.origin.x + subview->m_bounds.origin.x, point.y - subview->m_frame.origin.y + subview->m_bounds.origin.y };
-        if (UIView* hit = subview->hitTest(local))
+        if (UIView* hit = subview->hitTest(subview->pointFromSuperview(point)))
             return hit;
     }
     return this;
@@ -358,7 +413,17 @@ void UIView::dumpProperties(nlohmann::json& node) const
     CGRect screen = screenFrame();
     node["class"] = className();
     node["name"] = m_name;
-    node["frame"] = { m_frame.origin.x, m_frame.origin.y, m_frame.size.width, m_frame.size.height };
+    CGRect frame = this->frame();
+    node["frame"] = { frame.origin.x, frame.origin.y, frame.size.width, frame.size.height };
+    if (!CGAffineTransformIsIdentity(m_transform)) {
+        // The frame above is the transformed box; how the drawing is scaled
+        // or turned to cover it is told apart.
+        const CGAffineTransform& t = m_transform;
+        if (t.b == 0 && t.c == 0 && t.tx == 0 && t.ty == 0 && t.a == t.d)
+            node["drawScale"] = t.a;
+        else
+            node["transform"] = { t.a, t.b, t.c, t.d, t.tx, t.ty };
+    }
     node["screen"] = { screen.origin.x, screen.origin.y, screen.size.width, screen.size.height };
     node["hidden"] = m_hidden;
     node["alpha"] = m_alpha;

@@ -59,7 +59,11 @@ public:
     // The designated initialiser for objects made by `alloc`; answers self.
     virtual StrongId initWithFrame(CGRect frame);
 
-    CGRect frame() const { return m_frame; }
+    // With a transform, as in UIKit, the frame is the box the transformed
+    // view covers in its superview, and setting it (for a scale) sizes the
+    // bounds so that the drawing covers that box; the view turns and scales
+    // about its centre.
+    CGRect frame() const;
     virtual void setFrame(CGRect);
     CGRect bounds() const { return m_bounds; }
     void setBounds(CGRect);
@@ -67,6 +71,9 @@ public:
     void setCenter(CGPoint);
     CGAffineTransform transform() const { return m_transform; }
     void setTransform(CGAffineTransform transform) { m_transform = transform; }
+    // A point of the superview's coordinates in the view's own, and back.
+    CGPoint pointFromSuperview(CGPoint) const;
+    CGPoint pointToSuperview(CGPoint) const;
 
     bool isHidden() const { return m_hidden; }
     virtual void setHidden(bool hidden) { m_hidden = hidden; }
@@ -164,6 +171,7 @@ private:
 
     void willChangeAnimatableProperty();
 
+    // Untransformed: the centre and the bounds' size.
     CGRect m_frame {};
     CGRect m_bounds {};
     CGAffineTransform m_transform {};

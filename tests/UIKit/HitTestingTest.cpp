@@ -81,6 +81,32 @@ TEST_F(HitTesting, ScrolledContentIsHitWhereItIsShown)
     EXPECT_EQ(row->screenFrame(), CGRectMake(0, 100, 100, 50));
 }
 
+// A view drawn at a scale, as the music overlay's volume slider is: its
+// frame is the box it covers, its bounds that box grown by the inverse of
+// the scale, and touches and coordinates go through the scale.
+TEST_F(HitTesting, AScaledViewCoversItsFrameAndIsHitOnlyThere)
+{
+    auto scaled = addView(CGRectZero);
+    scaled->setTransform(CGAffineTransformMakeScale(0.5, 0.5));
+    scaled->setFrame(CGRectMake(100, 100, 100, 20));
+    EXPECT_EQ(scaled->frame(), CGRectMake(100, 100, 100, 20));
+    EXPECT_EQ(scaled->bounds().size, CGSizeMake(200, 40));
+    EXPECT_EQ(scaled->screenFrame(), CGRectMake(100, 100, 100, 20));
+    auto end = addView(CGRectMake(180, 0, 20, 40), scaled.get());
+    EXPECT_EQ(end->screenFrame(), CGRectMake(190, 100, 10, 20));
+    EXPECT_EQ(end->convertPointToView({ 0, 0 }, nullptr), CGPointMake(190, 100));
+    EXPECT_EQ(end->convertPointFromView({ 195, 110 }, nullptr), CGPointMake(10, 20));
+
+    EXPECT_EQ(app().hitTest({ 195, 110 }), end.get());
+    EXPECT_EQ(app().hitTest({ 150, 110 }), scaled.get());
+    // Inside the untransformed box, outside the drawn one.
+    EXPECT_EQ(app().hitTest({ 60, 95 }), window.get());
+
+    // Turning the scale off again shows the bounds at full size, same centre.
+    scaled->setTransform(CGAffineTransformIdentity);
+    EXPECT_EQ(scaled->frame(), CGRectMake(50, 90, 200, 40));
+}
+
 TEST_F(HitTesting, WindowsAreSearchedFrontToBackAndHiddenOnesSkipped)
 {
     auto alert = UIWindow::create(CGRectMake(0, 0, 100, 100));

@@ -100,6 +100,15 @@ TEST(UIImage, ScalingAndTintingKeepTheNameAndTheShape)
     EXPECT_EQ(small->scale(), 3);
     EXPECT_EQ(image->scaledToSize(CGSizeMake(100, 100))->scale(), 1);
     EXPECT_FALSE(image->scaledToSize(CGSizeMake(0, 10)));
+    // A size that is no whole number of pixels stays the size asked for, and
+    // draws into exactly that many points.
+    auto bullet = image->scaledToSize(CGSizeMake(7.5, 7.5));
+    EXPECT_EQ(bullet->size(), CGSizeMake(7.5, 7.5));
+    EXPECT_EQ(bullet->scale(), 3);
+    EXPECT_EQ(bullet->tintedWithColor(UIColor::whiteColor().get())->size(), CGSizeMake(7.5, 7.5));
+    auto solid = UIImage::imageWithColor(*UIColor::whiteColor(), CGSizeMake(10, 10))->scaledToSize(CGSizeMake(7.5, 7.5));
+    auto canvas = UIImage::imageWithSize(CGSizeMake(8, 8), 2, [&](cairo_t* cr) { solid->drawInRect(cr, CGRectMake(0, 0, 8, 8)); }, "canvas");
+    EXPECT_EQ(canvas->pixelAt(15, 15).alpha, 255) << "the image fills the rectangle to its last pixel";
 
     auto white = UIColor::whiteColor();
     auto tinted = small->tintedWithColor(white.get());

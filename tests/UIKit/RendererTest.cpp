@@ -3,6 +3,7 @@
 #include <UIKit/UIImageView.h>
 #include <UIKit/UILabel.h>
 #include <UIKit/UIRenderer.h>
+#include <UIKit/UIScrollView.h>
 #include <UIKit/UIVisualEffectView.h>
 #include <UIKit/UIWindow.h>
 
@@ -369,4 +370,19 @@ TEST(UIRenderer, ShowsAnimationsInFlight)
     EXPECT_EQ(picture->pixelAt(35, 10).alpha, 0);
     clock.advanceMonotonicTo(clock.monotonic() + 0.5);
     EXPECT_EQ(UIRenderer::renderView(*root, 1)->pixelAt(30, 10).alpha, 0) << "arrived, and faded out";
+}
+
+TEST(UIRenderer, AScrollViewClipsItsScrolledContentAsUIKitDoes)
+{
+    auto root = UIView::create(CGRectMake(0, 0, 60, 20));
+    auto strip = add(root.get(), UIScrollView::create(), CGRectMake(20, 0, 20, 20));
+    EXPECT_TRUE(strip->clipsToBounds());
+    strip->setContentSize(CGSizeMake(60, 20));
+    add(strip.get(), UIView::create(), CGRectMake(0, 0, 60, 20))->setBackgroundColor(UIColor::whiteColor());
+    strip->setContentOffset(CGPointMake(20, 0));
+
+    auto picture = UIRenderer::renderView(*root, 1);
+    EXPECT_EQ(picture->pixelAt(10, 10).alpha, 0) << "scrolled out to the left";
+    EXPECT_EQ(picture->pixelAt(30, 10).alpha, 255);
+    EXPECT_EQ(picture->pixelAt(50, 10).alpha, 0) << "beyond the right edge";
 }
