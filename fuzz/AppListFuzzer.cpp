@@ -1,8 +1,8 @@
 // Feeds arbitrary bytes to the launcher as the user's app list file, then
 // builds the row of icons from it: nothing may crash, and the reader's
-// bounds hold whatever the file holds (at most maximumEntries identifiers,
-// each shown once, none empty or padded with blanks, none with a line end
-// or the ":" that starts a comment).
+// bounds hold whatever the file holds (identifiers none empty or padded
+// with blanks, none with a line end or the ":" that starts a comment; only
+// the file's first MiB read; at most maximumIcons icons).
 #include "FuzzDeviceRoot.h"
 
 #include <launcher/KVAppLauncherView.h>
@@ -18,7 +18,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
-#include <set>
+#include <algorithm>
 
 namespace {
 
@@ -40,15 +40,10 @@ bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 void checkIdentifiers(const std::vector<std::string>& identifiers)
 {
-    if (identifiers.size() > KVAppList::maximumEntries)
-        std::abort();
-    std::set<std::string> seen;
     for (auto& identifier : identifiers) {
         if (identifier.empty() || isBlank(identifier.front()) || isBlank(identifier.back()))
             std::abort();
         if (identifier.find_first_of("\n:") != std::string::npos)
-            std::abort();
-        if (!seen.insert(identifier).second)
             std::abort();
     }
 }
@@ -84,8 +79,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
     if (!identifiers)
         std::abort();
     checkIdentifiers(*identifiers);
-    bool truncated = length > KVAppList::maximumFileLength;
-    if (*identifiers != KVAppList::bundleIdentifiersFromText(text.substr(0, KVAppList::maximumFileLength), truncated))
+    // A file past the limit reads as its first MiB, less at most the one
+    // identifier the cut may have split.
+    auto head = KVAppList::bundleIdentifiersFromText(text.substr(0, KVAppList::maximumFileLength));
+    if (length <= KVAppList::maximumFileLength ? *identifiers != head : (head.size() - identifiers->size() > 1 || !std::equal(identifiers->begin(), identifiers->end(), head.begin())))
         std::abort();
 
     // The first identifier becomes an installed app, so that names of any
@@ -101,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t length)
     // kept every row it ever built.
     NSRunLoop::mainRunLoop()->runPending();
     UIView::layoutPendingViews();
-    if (!launcher->_scrollView || launcher->_scrollView->subviews().size() > identifiers->size())
+    if (!launcher->_scrollView || launcher->_scrollView->subviews().size() > std::min(identifiers->size(), KVAppLauncherView::maximumIcons))
         std::abort();
     return 0;
 }

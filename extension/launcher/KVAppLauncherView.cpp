@@ -12,6 +12,7 @@
 #include <UIKit/UITapGestureRecognizer.h>
 
 #include <algorithm>
+#include <unordered_set>
 
 OBJC_IMPLEMENT_CLASS(KVAppLauncherView, UIView)
 {
@@ -49,13 +50,22 @@ std::vector<RefPtr<CVAppItem>> KVAppLauncherView::chosenApps() const
     if (!_settings->useCustomApps())
         return CVAppItemsProvider::switcherAppItems(false);
     std::vector<RefPtr<CVAppItem>> apps;
-    auto identifiers = KVAppList::bundleIdentifiersFromFile();
-    if (!identifiers)
+    auto text = KVAppList::textFromFile();
+    if (!text)
         return apps;
-    for (auto& identifier : *identifiers) {
-        if (auto app = CVAppItem::alloc()->initFromIdentifier(identifier, false))
+    // Each line naming an installed app gives an icon, repeats included; an
+    // identifier the host did not know is not asked about again, so a list
+    // of unknown names costs one look-up per distinct name.
+    std::unordered_set<std::string_view> unknown;
+    KVAppList::forEachBundleIdentifier(*text, [&](std::string_view identifier) {
+        if (unknown.contains(identifier))
+            return true;
+        if (auto app = CVAppItem::alloc()->initFromIdentifier(std::string(identifier), false))
             apps.push_back(std::move(app));
-    }
+        else
+            unknown.insert(identifier);
+        return apps.size() < maximumIcons;
+    });
     return apps;
 }
 

@@ -17,12 +17,17 @@ class KVAppLauncherView final : public UIView {
 public:
     KVAppLauncherView();
 
+    // The most icons a row holds: a list naming thousands of apps still
+    // builds in well under a frame.
+    static constexpr size_t maximumIcons = 256;
+
     // Places the strip along the bottom of a panel of the given frame.
     void changeFrame(CGRect panelFrame);
     void update();
     void appIconSingleTapRecognizer(UIGestureRecognizer*);
 
-    // The apps the row shows, chosen as the settings say.
+    // The apps the row shows, chosen as the settings say, at most
+    // maximumIcons.
     std::vector<RefPtr<CVAppItem>> chosenApps() const;
 
     RefPtr<KVSettings> _settings;

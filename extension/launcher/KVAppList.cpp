@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <unordered_set>
 
 static bool isValidUTF8(std::string_view text)
 {
@@ -30,9 +29,10 @@ static bool isValidUTF8(std::string_view text)
     return true;
 }
 
+static bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f'; }
+
 static std::string_view trimmed(std::string_view text)
 {
-    auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\v' || c == '\f'; };
     while (!text.empty() && isBlank(text.front()))
         text.remove_prefix(1);
     while (!text.empty() && isBlank(text.back()))
@@ -40,44 +40,64 @@ static std::string_view trimmed(std::string_view text)
     return text;
 }
 
-std::vector<std::string> KVAppList::bundleIdentifiersFromText(std::string_view text, bool truncated)
+void KVAppList::forEachBundleIdentifier(std::string_view text, const std::function<bool(std::string_view)>& visit)
 {
     // A byte-order mark some editors put first is not part of the identifier.
     if (text.starts_with("\xEF\xBB\xBF"))
         text.remove_prefix(3);
-    if (truncated) {
-        size_t lastBreak = text.rfind('\n');
-        text = lastBreak == std::string_view::npos ? std::string_view {} : text.substr(0, lastBreak);
-    }
-
-    std::vector<std::string> identifiers;
-    std::unordered_set<std::string_view> seen;
     size_t start = 0;
-    while (start <= text.size() && identifiers.size() < maximumEntries) {
+    while (start < text.size()) {
         size_t end = std::min(text.find('\n', start), text.size());
         std::string_view line = text.substr(start, end - start);
         start = end + 1;
         std::string_view identifier = trimmed(line.substr(0, line.find(':')));
-        if (identifier.empty() || !isValidUTF8(identifier) || !seen.insert(identifier).second)
+        if (identifier.empty() || !isValidUTF8(identifier))
             continue;
-        identifiers.emplace_back(identifier);
+        if (!visit(identifier))
+            return;
     }
+}
+
+std::vector<std::string> KVAppList::bundleIdentifiersFromText(std::string_view text)
+{
+    std::vector<std::string> identifiers;
+    forEachBundleIdentifier(text, [&](std::string_view identifier) {
+        identifiers.emplace_back(identifier);
+        return true;
+    });
     return identifiers;
 }
 
-std::optional<std::vector<std::string>> KVAppList::bundleIdentifiersFromFile(const std::string& devicePath)
+std::optional<std::string> KVAppList::textFromFile(const std::string& devicePath)
 {
     bool isDirectory = false;
     if (!NSFileManager::defaultManager()->fileExistsAtPath(devicePath, &isDirectory) || isDirectory)
         return std::nullopt;
     std::ifstream file(NSFileManager::hostPath(devicePath), std::ios::binary);
     if (!file)
-        return std::vector<std::string> {};
+        return std::string {};
+    // One byte more than the limit tells whether the file goes on, and if it
+    // does, whether the cut fell inside the last line's identifier.
     std::string text(maximumFileLength + 1, '\0');
     file.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<size_t>(file.gcount()));
-    bool truncated = text.size() > maximumFileLength;
-    if (truncated)
-        text.resize(maximumFileLength);
-    return bundleIdentifiersFromText(text, truncated);
+    if (text.size() <= maximumFileLength)
+        return text;
+    char following = text.back();
+    text.pop_back();
+    size_t lineStart = text.rfind('\n');
+    lineStart = lineStart == std::string::npos ? 0 : lineStart + 1;
+    // (Blanks may stand inside an identifier; a "\r" only ends a line.)
+    bool identifierEnded = text.find(':', lineStart) != std::string::npos || following == '\n' || following == '\r' || following == ':';
+    if (!identifierEnded)
+        text.resize(lineStart);
+    return text;
+}
+
+std::optional<std::vector<std::string>> KVAppList::bundleIdentifiersFromFile(const std::string& devicePath)
+{
+    auto text = textFromFile(devicePath);
+    if (!text)
+        return std::nullopt;
+    return bundleIdentifiersFromText(*text);
 }

@@ -25,9 +25,16 @@ TEST(KVAppList, ReadsWindowsLineEndsAndTrimsBlanksAndAByteOrderMark)
         (Identifiers { "com.apple.Music", "com.apple.weather" }));
 }
 
-TEST(KVAppList, KeepsOnlyTheFirstOfRepeatedIdentifiers)
+TEST(KVAppList, KeepsRepeatedIdentifiersAndStopsWhenAsked)
 {
-    EXPECT_EQ(KVAppList::bundleIdentifiersFromText("a.b\nc.d\na.b:again\nc.d\r\n"), (Identifiers { "a.b", "c.d" }));
+    EXPECT_EQ(KVAppList::bundleIdentifiersFromText("a.b\nc.d\na.b:again\nc.d\r\n"), (Identifiers { "a.b", "c.d", "a.b", "c.d" }));
+
+    Identifiers seen;
+    KVAppList::forEachBundleIdentifier("one\ntwo\nthree\n", [&](std::string_view identifier) {
+        seen.emplace_back(identifier);
+        return seen.size() < 2;
+    });
+    EXPECT_EQ(seen, (Identifiers { "one", "two" }));
 }
 
 TEST(KVAppList, SkipsLinesThatAreNotUTF8)
@@ -36,19 +43,6 @@ TEST(KVAppList, SkipsLinesThatAreNotUTF8)
     // UTF-16 surrogate are not UTF-8; proper multi-byte text is.
     EXPECT_EQ(KVAppList::bundleIdentifiersFromText("caf\xE9.app\ncom.\xE2\x82\nover\xC0\xAFlong\nsur\xED\xA0\x80rogate\ncom.example.caf\xC3\xA9\nok.app"),
         (Identifiers { "com.example.caf\xC3\xA9", "ok.app" }));
-}
-
-TEST(KVAppList, StopsAtTheEntryLimitAndDropsTheCutLastLine)
-{
-    std::string text;
-    for (size_t i = 0; i < KVAppList::maximumEntries + 50; ++i)
-        text += "app." + std::to_string(i) + "\n";
-    auto identifiers = KVAppList::bundleIdentifiersFromText(text);
-    ASSERT_EQ(identifiers.size(), KVAppList::maximumEntries);
-    EXPECT_EQ(identifiers.back(), "app." + std::to_string(KVAppList::maximumEntries - 1));
-
-    EXPECT_EQ(KVAppList::bundleIdentifiersFromText("one.app\ntwo.app\nthree.ap", true), (Identifiers { "one.app", "two.app" }));
-    EXPECT_EQ(KVAppList::bundleIdentifiersFromText("no.line.break", true), Identifiers {});
 }
 
 TEST(KVAppList, FileMissingIsNoListAndAHugeFileIsReadOnlyAtItsStart)
@@ -60,11 +54,42 @@ TEST(KVAppList, FileMissingIsNoListAndAHugeFileIsReadOnlyAtItsStart)
     ASSERT_TRUE(KVAppList::bundleIdentifiersFromFile().has_value());
     EXPECT_TRUE(KVAppList::bundleIdentifiersFromFile()->empty());
 
-    // Ten megabytes of one repeated line: the bounded read still finds it.
+    // Ten megabytes: only the first MiB is read.
     std::string line = "com.apple.Music:" + std::string(100, 'x') + "\n";
     std::string huge;
     while (huge.size() < 10 * 1024 * 1024)
         huge += line;
     root.write(KVAppList::path, "com.apple.weather\n" + huge + "late.app\n");
-    EXPECT_EQ(KVAppList::bundleIdentifiersFromFile(), (Identifiers { "com.apple.weather", "com.apple.Music" }));
+    auto identifiers = KVAppList::bundleIdentifiersFromFile();
+    ASSERT_TRUE(identifiers.has_value());
+    EXPECT_EQ(identifiers->front(), "com.apple.weather");
+    // The line the limit cuts is kept when its ":" came before the cut.
+    size_t whole = (KVAppList::maximumFileLength - 18) / line.size();
+    size_t rest = (KVAppList::maximumFileLength - 18) % line.size();
+    EXPECT_EQ(identifiers->size(), 1 + whole + (rest > line.find(':') ? 1 : 0));
+    EXPECT_EQ(identifiers->back(), "com.apple.Music");
+}
+
+// A file cut at the limit keeps its last line when the identifier ended
+// before the cut, and drops it when the cut may have split the identifier.
+TEST(KVAppList, TheCutAtTheLimitDropsOnlyASplitIdentifier)
+{
+    TemporaryDeviceRoot root;
+    auto fileEndingWith = [&](const std::string& last, const std::string& rest) {
+        std::string padding = "pad.app\n";
+        std::string text(KVAppList::maximumFileLength - last.size(), '\n');
+        text.replace(0, padding.size(), padding);
+        root.write(KVAppList::path, text + last + rest);
+        return KVAppList::bundleIdentifiersFromFile().value();
+    };
+    // The identifier ends exactly at the limit, before a line end, a Windows
+    // line end or a comment.
+    EXPECT_EQ(fileEndingWith("com.apple.Music", "\nmore.app\n"), (Identifiers { "pad.app", "com.apple.Music" }));
+    EXPECT_EQ(fileEndingWith("com.apple.Music", "\r\n"), (Identifiers { "pad.app", "com.apple.Music" }));
+    EXPECT_EQ(fileEndingWith("com.apple.Music", ":Music\n"), (Identifiers { "pad.app", "com.apple.Music" }));
+    // The comment is cut, the identifier is whole.
+    EXPECT_EQ(fileEndingWith("com.apple.Music:Mu", "sic\n"), (Identifiers { "pad.app", "com.apple.Music" }));
+    // The identifier itself is cut: "com.apple.Mus" names no app of the list.
+    EXPECT_EQ(fileEndingWith("com.apple.Mus", "ic\n"), Identifiers { "pad.app" });
+    EXPECT_EQ(fileEndingWith("com.apple.Music", " Store\n"), Identifiers { "pad.app" });
 }
