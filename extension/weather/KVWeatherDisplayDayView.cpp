@@ -1,6 +1,7 @@
 #include "KVWeatherDisplayDayView.h"
 
 #include "KVWeatherHighLowText.h"
+#include "KVWeatherLayout.h"
 #include "settings/KVSettings.h"
 
 #include <CorvLib/CVDayForecast.h>
@@ -19,7 +20,7 @@ KVWeatherDisplayDayView::KVWeatherDisplayDayView(CVDayForecast* forecast, CGRect
 {
     setName("KVWeatherDisplayDayView");
     double width = frame.size.width - 80;
-    double height = 0.034 * frame.size.height;
+    double height = KVWeatherLayout::textBoxHeight(0.034 * frame.size.height, 9);
     setFrame(CGRectMake(40, 0, width, height));
     setBackgroundColor(UIColor::clearColor());
     setUserInteractionEnabled(false);
@@ -46,9 +47,13 @@ KVWeatherDisplayDayView::KVWeatherDisplayDayView(CVDayForecast* forecast, CGRect
         return;
 
     _dayLabel->setText(forecast->dayOfWeek());
-    _highLowLabel->setAttributedText(weatherHighLowText(forecast->high(), forecast->low(), height - 15).get());
+    _highLowLabel->setAttributedText(weatherHighLowText(forecast->high(), forecast->low(), KVWeatherLayout::textSize(height - 15)).get());
     if (auto* icon = forecast->conditionImageView()) {
-        CGSize size = icon->bounds().size;
+        // The icon keeps its size, but a row shorter than the icon (a phone
+        // in landscape) shrinks it to the row's height.
+        CGSize size = { CVDayForecast::iconSide, CVDayForecast::iconSide };
+        if (size.height > height)
+            size = { size.width * height / size.height, height };
         icon->setFrame(CGRectMake(width / 2 - size.width / 2, height / 2 - size.height / 2, size.width, size.height));
         addSubview(icon);
     }

@@ -1,5 +1,6 @@
 #include "KVWeatherDisplayHourlyView.h"
 
+#include "KVWeatherLayout.h"
 #include "settings/KVSettings.h"
 
 #include <CorvLib/CVHourlyForecast.h>
@@ -16,6 +17,15 @@ OBJC_IMPLEMENT_CLASS(KVWeatherDisplayHourlyView, UIView)
 
 static constexpr double stripShare = 0.109;
 static constexpr double labelShare = 0.027;
+// A label's font is its height less this.
+static constexpr double labelFontOffset = 4;
+
+static double labelHeight(double overlayHeight) { return KVWeatherLayout::textBoxHeight(labelShare * overlayHeight, labelFontOffset); }
+
+double KVWeatherDisplayHourlyView::columnHeight(double overlayHeight)
+{
+    return std::max(stripShare * overlayHeight, 2 * labelHeight(overlayHeight) + CVHourlyForecast::iconSide);
+}
 
 std::string KVWeatherDisplayHourlyView::hourText(const std::string& hour, bool militaryTime)
 {
@@ -40,19 +50,18 @@ KVWeatherDisplayHourlyView::KVWeatherDisplayHourlyView(CVHourlyForecast* forecas
     : _hourlyForecast(forecast)
 {
     setName("KVWeatherDisplayHourlyView");
-    double overlayHeight = frame.size.height / stripShare;
-    double height = stripShare * overlayHeight;
+    double height = columnHeight(frame.size.height);
     setFrame(CGRectMake(frame.origin.x, 0, columnWidth, height));
     setBackgroundColor(UIColor::clearColor());
     setUserInteractionEnabled(false);
 
     auto themeColor = KVSettings::sharedInstance()->themeColor();
-    double labelHeight = labelShare * overlayHeight;
+    double textHeight = labelHeight(frame.size.height);
     auto makeLabel = [&](const char* name, double y) {
-        auto label = make<UILabel>(CGRectMake(0, y, columnWidth, labelHeight));
+        auto label = make<UILabel>(CGRectMake(0, y, columnWidth, textHeight));
         label->setName(name);
         label->setTextColor(themeColor);
-        label->setFont(UIFont::fontWithName("HelveticaNeue-Light", labelHeight - 4));
+        label->setFont(UIFont::fontWithName("HelveticaNeue-Light", textHeight - labelFontOffset));
         label->setNumberOfLines(1);
         label->setTextAlignment(NSTextAlignmentCenter);
         label->setAdjustsFontSizeToFitWidth(true);
@@ -60,7 +69,7 @@ KVWeatherDisplayHourlyView::KVWeatherDisplayHourlyView(CVHourlyForecast* forecas
         return label;
     };
     _hourLabel = makeLabel("_hourLabel", 0);
-    _temperatureLabel = makeLabel("_temperatureLabel", height - labelHeight);
+    _temperatureLabel = makeLabel("_temperatureLabel", height - textHeight);
     if (!forecast)
         return;
     _hourLabel->setText(hourText(forecast->hour(), militaryTime));

@@ -14,9 +14,13 @@ class KVWeatherDisplayHourlyView final : public UIView {
 public:
     static constexpr double columnWidth = 50;
 
-    // `frame` is the strip's: its height is 0.109 of the overlay's, the
-    // basis of the column's proportions.
+    // `frame` is the overlay's: the column takes its proportions from it.
     KVWeatherDisplayHourlyView(CVHourlyForecast*, bool militaryTime, CGRect frame);
+
+    // A column's height (and the strip's) in an overlay `overlayHeight`
+    // high: 0.109 of it, or on a short screen enough for the two labels at
+    // their smallest and the icon between them.
+    static double columnHeight(double overlayHeight);
 
     CVHourlyForecast* hourlyForecast() const { return _hourlyForecast.get(); }
     void setHourlyForecast(CVHourlyForecast*);

@@ -3,6 +3,7 @@
 #include "KVWeatherDisplayDayView.h"
 #include "KVWeatherDisplayHourlyView.h"
 #include "KVWeatherHighLowText.h"
+#include "KVWeatherLayout.h"
 #include "overlays/KVOverlaySupport.h"
 #include "settings/KVSettings.h"
 
@@ -93,23 +94,42 @@ void KVWeatherDisplayView::viewWillHide()
 
 void KVWeatherDisplayView::updateFrame()
 {
+    using KVWeatherLayout::textBoxHeight;
     double W = width(), H = height();
     _blurEffectView->setFrame(bounds());
     _containerView->setFrame(bounds());
 
-    _locationLabel->setFrame(CGRectMake(0, 0.054 * H, W, 0.082 * H));
-    _conditionNameLabel->setFrame(CGRectMake(0, CGRectGetMaxY(_locationLabel->frame()) + 5, W, 0.041 * H));
-    _todayTemperatureLabel->setFrame(CGRectMake(5, CGRectGetMaxY(_conditionNameLabel->frame()) + 10, W - 10, 0.149 * H));
+    // Each font is its box's height less 10 (4 in the today row); on a short
+    // screen the boxes keep room for the smallest font (KVWeatherLayout.h).
+    _locationLabel->setFrame(CGRectMake(0, 0.054 * H, W, textBoxHeight(0.082 * H, 10)));
+    _conditionNameLabel->setFrame(CGRectMake(0, CGRectGetMaxY(_locationLabel->frame()) + 5, W, textBoxHeight(0.041 * H, 10)));
+    _todayTemperatureLabel->setFrame(CGRectMake(5, CGRectGetMaxY(_conditionNameLabel->frame()) + 10, W, textBoxHeight(0.149 * H, 10)));
     double todayY = CGRectGetMaxY(_todayTemperatureLabel->frame()) + 10;
-    double todayHeight = 0.027 * H;
+    double todayHeight = textBoxHeight(0.027 * H, 4);
     _todayLabel->setFrame(CGRectMake(40, todayY, W / 2 - 40, todayHeight));
     _todayHighLowLabel->setFrame(CGRectMake(W / 2, todayY, W / 2 - 40, todayHeight));
 
-    _locationLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", 0.082 * H - 10));
-    _conditionNameLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", 0.041 * H - 10));
-    _todayTemperatureLabel->setFont(UIFont::fontWithName("HelveticaNeue-UltraLight", 0.149 * H - 10));
-    _todayLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", todayHeight - 4));
-    _todayHighLowLabel->setFont(UIFont::fontWithName("HelveticaNeue-Light", todayHeight - 4));
+    auto font = [](const char* name, UILabel& label, double offset) {
+        label.setFont(UIFont::fontWithName(name, label.frame().size.height - offset));
+    };
+    font("HelveticaNeue-Light", *_locationLabel, 10);
+    font("HelveticaNeue-Light", *_conditionNameLabel, 10);
+    font("HelveticaNeue-UltraLight", *_todayTemperatureLabel, 10);
+    font("HelveticaNeue-Light", *_todayLabel, 4);
+    font("HelveticaNeue-Light", *_todayHighLowLabel, 4);
+
+    // Turned while open: the high and low get their smaller letters back
+    // (the font above covers the whole text), and what hangs from the today
+    // row moves with it.
+    if (_provider) {
+        showTodayHighLow();
+        layOutForecasts();
+    }
+}
+
+void KVWeatherDisplayView::showTodayHighLow()
+{
+    _todayHighLowLabel->setAttributedText(weatherHighLowText(_provider->high(), _provider->low(), 10).get());
 }
 
 RefPtr<UIView> KVWeatherDisplayView::addSeparator(double y)
@@ -123,22 +143,26 @@ RefPtr<UIView> KVWeatherDisplayView::addSeparator(double y)
 
 void KVWeatherDisplayView::updateUsingCelciusScale(bool celsius)
 {
+    _provider = CVWeatherProvider::alloc()->initUsingCelciusScale(celsius);
+    _locationLabel->setText(_provider->cityName());
+    _conditionNameLabel->setText(_provider->conditionName());
+    _todayTemperatureLabel->setText(NSString::format("%d\u00B0", _provider->temperature()));
+    showTodayHighLow();
+    layOutForecasts();
+}
+
+void KVWeatherDisplayView::layOutForecasts()
+{
     double W = width(), H = height();
     for (auto view : std::vector<RefPtr<UIView>>(_containerView->subviews()))
         view->removeFromSuperview();
-
-    auto provider = CVWeatherProvider::alloc()->initUsingCelciusScale(celsius);
-    auto days = provider->dayForecasts();
-    auto hours = provider->hourlyForecasts();
-
-    _locationLabel->setText(provider->cityName());
-    _conditionNameLabel->setText(provider->conditionName());
-    _todayTemperatureLabel->setText(NSString::format("%d\u00B0", provider->temperature()));
-    _todayHighLowLabel->setAttributedText(weatherHighLowText(provider->high(), provider->low(), 10).get());
+    auto days = _provider->dayForecasts();
+    auto hours = _provider->hourlyForecasts();
 
     auto separator = addSeparator(CGRectGetMaxY(_todayLabel->frame()) + 0.0136 * H);
 
-    auto strip = make<UIScrollView>(CGRectMake(20, CGRectGetMaxY(separator->frame()) + 0.00679 * H, W - 40, 0.109 * H));
+    double stripHeight = KVWeatherDisplayHourlyView::columnHeight(H);
+    auto strip = make<UIScrollView>(CGRectMake(20, CGRectGetMaxY(separator->frame()) + 0.00679 * H, W - 40, stripHeight));
     strip->setName("_hourlyScrollView");
     strip->setBackgroundColor(UIColor::clearColor());
     strip->setScrollEnabled(true);
@@ -149,7 +173,7 @@ void KVWeatherDisplayView::updateUsingCelciusScale(bool celsius)
         auto* forecast = objc::cast<CVHourlyForecast>(object.get());
         if (!forecast)
             continue;
-        auto column = make<KVWeatherDisplayHourlyView>(forecast, _settings->forecastMilitaryTime(), strip->frame());
+        auto column = make<KVWeatherDisplayHourlyView>(forecast, _settings->forecastMilitaryTime(), bounds());
         CGRect frame = column->frame();
         column->setFrame(CGRectMake(centerX - frame.size.width / 2, frame.origin.y, frame.size.width, frame.size.height));
         strip->addSubview(column.get());

@@ -2,6 +2,7 @@
 
 #include <CorvLib/CVContainerView.h>
 
+class CVWeatherProvider;
 class KVSettings;
 class UIColor;
 class UILabel;
@@ -21,8 +22,11 @@ public:
     void show() override;
     void viewWillShow() override;
     void viewWillHide() override;
+    // Lays out the fixed labels for the current size, and what hangs below
+    // the today row when a forecast was fetched.
     void updateFrame();
-    // Rebuilds everything below the today row from a fresh provider.
+    // Fetches the forecast from a fresh provider and rebuilds everything
+    // below the today row.
     void updateUsingCelciusScale(bool celsius);
 
     RefPtr<KVSettings> _settings;
@@ -37,4 +41,13 @@ public:
 
 private:
     RefPtr<UIView> addSeparator(double y);
+    // "H21 L12" with the letters in the smaller font.
+    void showTodayHighLow();
+    // Builds the separators, the hourly strip and the day rows anew from the
+    // last forecast, for the current size.
+    void layOutForecasts();
+
+    // The forecast of the last opening, kept to lay it out again when the
+    // phone turns.
+    RefPtr<CVWeatherProvider> _provider;
 };
