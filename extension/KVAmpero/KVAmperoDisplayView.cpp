@@ -16,6 +16,8 @@
 #include <UIKit/UILabel.h>
 #include <UIKit/UIVisualEffectView.h>
 
+#include <algorithm>
+
 KV_ROOT_WINDOW_CAPTURE("KVAmpero/KVAmperoDisplayView", 41)
 
 OBJC_IMPLEMENT_CLASS(KVAmperoDisplayView, CVDisplayView)
@@ -37,7 +39,17 @@ OBJC_IMPLEMENT_CLASS(KVAmperoDisplayView, CVDisplayView)
     c.method<&KVAmperoDisplayView::setTimeLeft>("setTimeLeft:");
 }
 
-static constexpr double compactIconSide = 24;
+static constexpr double rowIconSide = 50;
+static constexpr double rowLabelHeight = 18;
+static constexpr int rowCount = 5;
+// The first row's centre and the distance between rows, as shares of the
+// overlay's height: 0.30, 0.44, ... 0.86.
+static constexpr double firstRowShare = 0.30;
+static constexpr double rowPitchShare = 0.14;
+static constexpr double batteryLabelGap = 2.5;
+static constexpr double batteryLabelHeight = 36;
+// What the rows leave free at the bottom when they share the height.
+static constexpr double bottomMargin = 5;
 
 static constexpr const char* kavelinBundlePath = "/Library/Application Support/Kavelin/KavelinBundle.bundle";
 
@@ -146,7 +158,7 @@ void KVAmperoDisplayView::initUsageRow(KVAmperoEstimator::UsageRow row, const ch
 {
     auto icon = CVImageFactory::imageSetScale(bundleImage(resource).get(), CGSizeMake(50.0, 50.0));
     auto tinted = CVImageFactory::imageSetColor(icon.get(), _themeColor.get());
-    _rowIcons[row] = { tinted, CVImageFactory::imageSetScale(tinted.get(), CGSizeMake(compactIconSide, compactIconSide)) };
+    _rowIcons[row] = { tinted, tinted };
     imageView = make<UIImageView>(tinted);
     imageView->setName(imageName);
     // The icon keeps its own size in the middle of its square.
@@ -186,22 +198,47 @@ void KVAmperoDisplayView::updateFrame()
     _batteryContainerView->setFrame(container);
     _animatedBigBoltView->setFrame(CGRectMake(0, 0, side, side));
     _bigBoltView->setFrame(CGRectMake(0, 0, side, side));
-    _batteryLabel->setFrame(CGRectMake(-container.origin.x, side + 2.5, W, 36));
+    _batteryLabel->setFrame(CGRectMake(-container.origin.x, side + batteryLabelGap, W, batteryLabelHeight));
 
-    struct Row {
-        UIImageView* icon;
-        UILabel* label;
-        double centerHeight;
-    };
-    size_t index = 0;
-    for (Row row : { Row { _phoneImageView.get(), _phoneLabel.get(), 0.30 }, Row { _hdVideoImageView.get(), _hdVideoLabel.get(), 0.44 },
-             Row { _wifiImageView.get(), _wifiLabel.get(), 0.58 }, Row { _musicImageView.get(), _musicLabel.get(), 0.72 },
-             Row { _standbyImageView.get(), _standbyLabel.get(), 0.86 } }) {
-        auto& icons = _rowIcons[index++];
-        row.icon->setImage(portrait ? icons.first : icons.second);
-        row.icon->setFrame(CGRectMake(0.5 * W - side / 2, row.centerHeight * H - side / 2, side, side));
-        row.label->setFrame(CGRectMake(0, CGRectGetMaxY(row.icon->frame()), W, 18));
+    RowGeometry geometry = rowGeometry(H, side);
+    UIImageView* icons[] = { _phoneImageView.get(), _hdVideoImageView.get(), _wifiImageView.get(), _musicImageView.get(), _standbyImageView.get() };
+    auto labels = usageLabels();
+    for (size_t row = 0; row < std::size(icons); ++row) {
+        auto& [fullSize, shown] = _rowIcons[row];
+        // (A missing resource leaves no image to size.)
+        if (fullSize && (!shown || shown->size().width != geometry.icon))
+            shown = geometry.icon == rowIconSide ? fullSize : CVImageFactory::imageSetScale(fullSize.get(), CGSizeMake(geometry.icon, geometry.icon));
+        icons[row]->setImage(shown);
+        double centre = geometry.firstCentre + static_cast<double>(row) * geometry.pitch;
+        icons[row]->setFrame(CGRectMake(0.5 * W - geometry.square / 2, centre - geometry.square / 2, geometry.square, geometry.square));
+        labels[row]->setFrame(CGRectMake(0, CGRectGetMaxY(icons[row]->frame()), W, rowLabelHeight));
     }
+}
+
+// A row is an icon centred in its square with the text's line right under
+// the square. The rows keep their centres where they can; where a row's text
+// would run into the next row's icon, first the square closes in on the icon
+// (which brings the text up), then, if that is not enough, icon and square
+// shrink together. Where the first icon would then still run into the
+// battery text above it, the five rows share the height between that text
+// and the bottom edge evenly instead.
+KVAmperoDisplayView::RowGeometry KVAmperoDisplayView::rowGeometry(double height, double side)
+{
+    double pitch = rowPitchShare * height;
+    double icon = std::min(rowIconSide, side);
+    // Text bottom (centre + square / 2 + label) against the next icon's top
+    // (centre + pitch - icon / 2).
+    double square = std::min(side, 2 * (pitch - rowLabelHeight - icon / 2));
+    if (square < icon)
+        icon = square = std::max(pitch - rowLabelHeight, 1.0);
+    RowGeometry geometry { firstRowShare * height, pitch, square, icon };
+
+    double batteryTextBottom = 0.1 * height + side / 2 + batteryLabelGap + batteryLabelHeight;
+    if (geometry.firstCentre - icon / 2 >= batteryTextBottom)
+        return geometry;
+    pitch = (height - batteryTextBottom - bottomMargin) / rowCount;
+    icon = std::clamp(pitch - rowLabelHeight, 1.0, std::min(rowIconSide, side));
+    return { batteryTextBottom + icon / 2, pitch, icon, icon };
 }
 
 void KVAmperoDisplayView::setBatteryText(const KVAmperoEstimator::BatteryText& batteryText)

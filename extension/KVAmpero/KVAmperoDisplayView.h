@@ -58,9 +58,21 @@ public:
     RefPtr<UIImageView> _phoneImageView, _hdVideoImageView, _wifiImageView, _musicImageView, _standbyImageView;
     RefPtr<UILabel> _batteryLabel;
     RefPtr<UILabel> _phoneLabel, _hdVideoLabel, _wifiLabel, _musicLabel, _standbyLabel;
-    // Each row icon at its 50-point size, and a smaller copy for landscape,
-    // where the rows are too close together for the full size.
+    // Each row icon at its 50-point size, and the copy shown: the same, or a
+    // smaller one where the rows are too close together for the full size.
     std::array<std::pair<RefPtr<UIImage>, RefPtr<UIImage>>, KVAmperoEstimator::usageRowCount> _rowIcons;
+
+    // Where the rows go in an overlay `height` high, for a bolt and row
+    // square of `side` points (100 upright, 50 turned): the first row's
+    // centre, the distance between rows, each icon's square and the icon
+    // itself. See docs/overlays.md.
+    struct RowGeometry {
+        double firstCentre;
+        double pitch;
+        double square;
+        double icon;
+    };
+    static RowGeometry rowGeometry(double height, double side);
     // The power source's registry handle, taken once.
     uint32_t _powerSource { 0 };
 

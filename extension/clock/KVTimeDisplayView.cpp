@@ -142,7 +142,10 @@ void KVTimeDisplayView::updateFrame()
 
     CGSize icon = _clockIconImageView->bounds().size;
     double iconTop = (portrait ? 0.19 : 0.125) * H - icon.height / 2;
-    CGSize picker = CGSizeMake(345.6, 216);
+    // A screen narrower than the picker and its margins (320 points
+    // upright) narrows the picker, and the buttons with it, rather than let
+    // it run past both edges.
+    CGSize picker = CGSizeMake(std::min(345.6, W - 2 * screenEdgeMargin), 216);
     double buttonWidth = picker.width / 2 - 10;
     double buttonHeight = 0.292 * buttonWidth;
     double buttonsBottom = iconTop + icon.height + 15 + picker.height + 25 + buttonHeight + (portrait ? 10 + buttonHeight : 0);
