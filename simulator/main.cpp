@@ -5,6 +5,7 @@
 #include "BuiltInDemo.h"
 #include "CommandLine.h"
 #include "Simulator.h"
+#include "settings/PreferenceChecks.h"
 #include "live/LiveServer.h"
 #include "live/LiveWorker.h"
 #include "scenario/ScenarioParser.h"
@@ -27,6 +28,7 @@ int play(const sim::ScenarioParseResult& parsed, const std::string& output, cons
         std::cerr << parsed.diagnosticText();
         return sim::ExitCannotPlay;
     }
+    sim::PreferenceChecks::printWarnings(parsed.commands, std::cerr);
     sim::Simulator simulator(output, root);
     simulator.setRecordPolicy(recordPolicy);
     if (auto error = simulator.prepare(); !error.empty()) {
