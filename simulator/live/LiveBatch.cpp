@@ -62,8 +62,9 @@ std::string Confinement::check(const std::string& written) const
 
 const Command* LiveBatch::actAtLine(int line) const
 {
-    auto found = std::find_if(acts.begin(), acts.end(), [&](const Command& command) { return command.line == line; });
-    return found == acts.end() ? nullptr : &*found;
+    // Acts are in line order.
+    auto found = std::lower_bound(acts.begin(), acts.end(), line, [](const Command& command, int number) { return command.line < number; });
+    return found == acts.end() || found->line != line ? nullptr : &*found;
 }
 
 LiveBatch LiveBatch::read(std::string_view text, const Confinement& confinement)

@@ -248,6 +248,7 @@ void LiveSession::playActs(const LiveBatch& batch, Report& report)
             report.mistake = true;
         }
     }
+    report.cancelled = report.cancelled || outcome.stoppedBetweenLines;
     if (!outcome.phoneStopped)
         return;
     if (m_shuttingDown) {

@@ -59,8 +59,10 @@ void LiveTranscript::applyShape(const Command& command)
 LiveTranscript LiveTranscript::fromPlayed(const std::vector<Command>& commands, const PlayOutcome& outcome, Problems& problems)
 {
     LiveTranscript transcript;
+    // Commands are in line order.
     auto byLine = [&](int number) {
-        return std::find_if(commands.begin(), commands.end(), [&](const Command& command) { return command.line == number; });
+        auto found = std::lower_bound(commands.begin(), commands.end(), number, [](const Command& command, int line) { return command.line < line; });
+        return found != commands.end() && found->line == number ? found : commands.end();
     };
     // The first line not kept because the play ended: the line that could
     // not play, the one after a line stopped short, or the one after the

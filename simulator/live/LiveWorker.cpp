@@ -79,8 +79,9 @@ int LiveWorker::run()
         channel.send({ { "op", "ready" }, { "error", error } });
         return ExitHostFailed;
     }
-    simulator.setStopRequest([] { return stopRequested != 0; });
-    WorkerPlayer player(simulator, channel);
+    auto shouldStop = [] { return stopRequested != 0; };
+    simulator.setStopRequest(shouldStop);
+    WorkerPlayer player(simulator, channel, shouldStop);
     if (!channel.send({ { "op", "ready" } }))
         return ExitHostFailed;
 

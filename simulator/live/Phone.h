@@ -29,6 +29,8 @@ struct PlayedLine {
 struct PlayOutcome {
     // In order. A line with status 2 or 3 is the last: it ended the play.
     std::vector<PlayedLine> lines;
+    // A stop request ended the play between two lines.
+    bool stoppedBetweenLines { false };
     // The phone itself stopped (crashed, or ended because it did not stop).
     bool phoneStopped { false };
     std::string stopMessage;

@@ -26,9 +26,10 @@ using namespace std::chrono_literals;
 static constexpr auto progressInterval = 250ms;
 static constexpr auto pictureInterval = 1s;
 
-WorkerPlayer::WorkerPlayer(Simulator& simulator, WorkerChannel& channel)
+WorkerPlayer::WorkerPlayer(Simulator& simulator, WorkerChannel& channel, std::function<bool()> shouldStop)
     : m_simulator(simulator)
     , m_channel(channel)
+    , m_shouldStop(std::move(shouldStop))
 {
     NSRunLoop::mainRunLoop()->addAfterEventObserver([this] { afterRunLoopEvent(); });
 }
@@ -80,16 +81,21 @@ bool WorkerPlayer::play(const std::string& fileName, const std::string& text, bo
         }
         return m_channel.send({ { "op", "done" }, { "errors", errors } });
     }
+    // A batch of many short lines reports and stops between lines as a long
+    // line does between run-loop events.
+    m_nextProgress = std::chrono::steady_clock::now() + progressInterval;
+    m_nextPicture = m_nextProgress;
     for (Command& command : parsed.commands) {
         if (afterBoot && command.line == 1)
             continue;
         command.line -= afterBoot ? 1 : 0;
+        if (m_shouldStop())
+            return m_channel.send({ { "op", "done" }, { "stopped", true } });
 
         m_current = &command;
         m_lineStart = VirtualClock::shared().monotonic();
         m_lineLength = lengthOf(command);
-        m_nextProgress = std::chrono::steady_clock::now() + progressInterval;
-        m_nextPicture = std::chrono::steady_clock::now() + progressInterval;
+        afterRunLoopEvent();
         CapturedOutput captured;
         int status = m_simulator.playLine(command);
         captured.restore();

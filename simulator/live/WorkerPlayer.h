@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -19,7 +20,8 @@ class WorkerChannel;
 // settings pane. Each method answers false when the channel is gone.
 class WorkerPlayer {
 public:
-    WorkerPlayer(Simulator&, WorkerChannel&);
+    // `shouldStop` is asked between lines: true ends the play there.
+    WorkerPlayer(Simulator&, WorkerChannel&, std::function<bool()> shouldStop);
 
     bool play(const std::string& fileName, const std::string& text, bool afterBoot);
     bool sendShot();
@@ -32,6 +34,7 @@ private:
 
     Simulator& m_simulator;
     WorkerChannel& m_channel;
+    std::function<bool()> m_shouldStop;
 
     // The line playing now, for progress reports.
     const Command* m_current { nullptr };

@@ -179,6 +179,7 @@ PlayOutcome WorkerProcess::play(const PlayRequest& request, const ProgressHandle
                 line.playedAs = header["playedAs"].get<std::string>();
             outcome.lines.push_back(std::move(line));
         } else if (op == "done") {
+            outcome.stoppedBetweenLines = header.value("stopped", false);
             // The worker reads what it was sent again; a mistake found there
             // comes back as a line that could not play.
             for (const auto& error : header.value("errors", nlohmann::json::array()))

@@ -263,6 +263,25 @@ class LiveInterfaceTest(unittest.TestCase):
         last = s.transcript().splitlines()[-1]
         self.assertTrue(last.startswith("advance ") and last != "advance 300d", last)
 
+    def test_6b_a_batch_of_many_lines_stops_between_two_of_them(self):
+        s = self.server
+        lines = s.transcript().count("\n")
+        answers = []
+        player = threading.Thread(target=lambda: answers.append(s.play("advance 9s\n" * 90000, timeout=120)))
+        player.start()
+        deadline = time.time() + 30
+        while time.time() < deadline and not s.json("/state.json")[1].get("busy"):
+            time.sleep(0.05)
+        time.sleep(0.5)
+        self.assertEqual(s.request("POST", "/cancel")[0], 200)
+        player.join(60)
+        self.assertFalse(player.is_alive())
+        status, answer = answers[0]
+        self.assertEqual(status, 200)
+        self.assertTrue(answer["cancelled"])
+        self.assertLess(answer["played"], 90000)
+        self.assertEqual(s.transcript().count("\n"), lines + answer["played"])
+
     def test_7_a_phone_that_dies_is_reported_and_restarted(self):
         s = self.server
         os.kill(s.worker_pid(), signal.SIGKILL)
