@@ -217,9 +217,9 @@ void KVAmperoDisplayView::updateFrame()
 
 // A row is an icon centred in its square with the text's line right under
 // the square. The rows keep their centres where they can; where a row's text
-// would run into the next row's icon, first the square closes in on the icon
-// (which brings the text up), then, if that is not enough, icon and square
-// shrink together. Where the first icon would then still run into the
+// would run into the next row's icon, first the square closes onto the icon
+// (which brings the text up under it), then, if that is not enough, icon and
+// square shrink together. Where the first icon would then still run into the
 // battery text above it, the five rows share the height between that text
 // and the bottom edge evenly instead.
 KVAmperoDisplayView::RowGeometry KVAmperoDisplayView::rowGeometry(double height, double side)
@@ -227,9 +227,12 @@ KVAmperoDisplayView::RowGeometry KVAmperoDisplayView::rowGeometry(double height,
     double pitch = rowPitchShare * height;
     double icon = std::min(rowIconSide, side);
     // Text bottom (centre + square / 2 + label) against the next icon's top
-    // (centre + pitch - icon / 2).
-    double square = std::min(side, 2 * (pitch - rowLabelHeight - icon / 2));
-    if (square < icon)
+    // (centre + pitch - icon / 2). A square that must close in closes onto
+    // the icon, so that each text stays nearer its own icon than the next.
+    double square = side;
+    if (square / 2 + rowLabelHeight > pitch - icon / 2)
+        square = icon;
+    if (icon + rowLabelHeight > pitch)
         icon = square = std::max(pitch - rowLabelHeight, 1.0);
     RowGeometry geometry { firstRowShare * height, pitch, square, icon };
 
