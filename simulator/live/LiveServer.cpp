@@ -82,7 +82,9 @@ int LiveServer::run(const CommandLineOptions& options, const RecordPolicy& recor
     WorkerProcess phone(folders);
     EventHub events;
     LiveSession session(phone, events, confinement);
-    if (int status = session.open(options.scenario); status != ExitSuccess)
+    // Without a scenario the clock runs a second, so that the panel has
+    // drawn (on its first tick) when the page first shows the screen.
+    if (int status = session.open(options.scenario, "boot\nadvance 1s\n"); status != ExitSuccess)
         return status;
 
     LiveRouter router(session, events, PageFiles(BuildPaths::locate().livePage), folders.output);

@@ -82,10 +82,10 @@ static std::optional<std::string> readScenario(const std::string& path)
     return text.str();
 }
 
-int LiveSession::open(const std::optional<std::string>& scenarioPath)
+int LiveSession::open(const std::optional<std::string>& scenarioPath, const std::string& withoutScenario)
 {
     std::string fileName = transcriptName;
-    std::string text = "boot\n";
+    std::string text = withoutScenario;
     if (scenarioPath) {
         auto read = readScenario(*scenarioPath);
         if (!read) {

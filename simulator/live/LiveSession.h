@@ -39,9 +39,10 @@ public:
 
     LiveSession(Phone&, EventHub&, Confinement);
 
-    // Starts the phone and plays the starting scenario, if any (`-` reads
-    // standard input). Mistakes go to standard error; answers an ExitStatus.
-    int open(const std::optional<std::string>& scenarioPath);
+    // Starts the phone and plays the starting scenario (`-` reads standard
+    // input), or `withoutScenario` when there is none. Mistakes go to
+    // standard error; answers an ExitStatus.
+    int open(const std::optional<std::string>& scenarioPath, const std::string& withoutScenario = "boot\n");
 
     Answer play(std::string_view text);
     Answer cancel();
