@@ -67,10 +67,12 @@ class App {
             onProgress: (progress) => this.showProgress(progress),
             onBusy: (busy) => this.busy(busy),
             onPhone: (phone) => this.phone(phone),
-            // On (re)connecting: a phone that stopped while the page was away is shown as such.
+            // On (re)connecting: a phone that stopped, or a long line still playing, is shown.
             onHello: (state) => {
                 if (state.phone === 'stopped')
                     this.phone({ state: 'stopped', message: state.problem });
+                if (state.busy)
+                    this.showProgress({ line: state.line, ...(state.progress ?? {}) });
             },
         });
         this.changed();
