@@ -188,6 +188,18 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         await dumpWhere((tree) => findInDump(tree, (node) => node.text === 'Team standup'), 'the imported event');
     });
 
+    test('holding the mouse on the timer line is a long press: the timer is cancelled', async () => {
+        const line = named(await dump(), '_alarmTimerLabel');
+        const point = await centreOf(line);
+        await page.mouse.move(point.x, point.y);
+        await page.mouse.down();
+        await page.waitForTimeout(800);
+        await page.mouse.up();
+        await transcriptShows('advance 500ms');
+        assert.match((await transcriptLines()).at(-2), /^longpress \d+(\.\d+)?,\d+(\.\d+)? \d+ms$/);
+        await dumpWhere((tree) => tree.host.timer.commands.includes('cancel'), 'the timer cancelled');
+    });
+
     test('a click on the clock opens the clock overlay in the picture', async () => {
         const before = await shownPicture();
         const clock = named(await dump(), '_timeContainerView');
@@ -195,11 +207,20 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         await page.mouse.click(point.x, point.y);
         const opened = await dumpWhere((tree) => findInDump(tree, (node) => node.class === 'KVTimeDisplayView' && node.active === true),
             'the clock overlay');
-        assert.ok(named(opened, '_pickerView'));
+        const picker = named(opened, '_pickerView');
         await pictureOtherThan(before);
-        const lines = await transcriptLines();
-        assert.match(lines.at(-2), /^tap \d+(\.\d+)?,\d+(\.\d+)?$/);
-        assert.equal(lines.at(-1), 'advance 500ms');
+
+        // Dragging the hours wheel up by two rows turns it to the row two below.
+        const [x, y, width, height] = picker.screen;
+        const from = await onScreen(x + width / 4, y + height / 2);
+        await page.mouse.move(from.x, from.y);
+        await page.mouse.down();
+        for (let step = 1; step <= 8; ++step)
+            await page.mouse.move(from.x, from.y - step * 8);
+        await page.mouse.up();
+        await dumpWhere((tree) => named(tree, '_pickerView')?.selected?.[0] === picker.selected[0] + 2, 'the hours wheel turned by two rows');
+        assert.match((await transcriptLines()).at(-2), new RegExp(`^pick ${picker.target ?? '#_pickerView'} 0 ${picker.selected[0] + 2}$`));
+        assert.ok((await transcriptLines()).some((text) => /^tap \d+(\.\d+)?,\d+(\.\d+)?$/.test(text)));
     });
 
     test('a typed line with a mistake shows the parser\'s message and changes nothing; a failed check is marked', async () => {

@@ -11,8 +11,10 @@ export const simulator = process.env.KAVELIN_SIM ?? new URL('../../build/bin/kav
 const chromiumPath = process.env.KAVELIN_CHROMIUM ?? '/usr/bin/chromium';
 const startLimit = 30_000;
 
-// The phone the tests look at: a Saturday morning with a forecast, an event and a message.
+// The phone the tests look at: a Saturday morning with a forecast, a running timer, an event and
+// a message.
 export const scenario = `now 2026-11-21T09:05:00
+timer running 25m
 weather city="Lisbon" condition="Partly Cloudy" icon=partly-cloudy temp=18 high=21 low=12
 event "Design review" start=+1h end=+2h
 notification com.apple.MobileSMS title="Anna" message="Lunch at one?"
