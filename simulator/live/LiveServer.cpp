@@ -82,16 +82,7 @@ int LiveServer::run(const CommandLineOptions& options, const RecordPolicy& recor
     WorkerProcess phone(folders);
     EventHub events;
     LiveSession session(phone, events, confinement);
-    // Without a scenario the clock runs a second, so that the panel has
-    // drawn (on its first tick) when the page first shows the screen.
-    if (int status = session.open(options.scenario, "boot\nadvance 1s\n"); status != ExitSuccess)
-        return status;
-
-    LiveRouter router(session, events, PageFiles(BuildPaths::locate().livePage), folders.output);
-    router.setPort(port);
-    auto handler = [&router](const httplib::Request& request, httplib::Response& response) { router.handle(request, response); };
-    server.Get(".*", handler).Post(".*", handler).Put(".*", handler).Patch(".*", handler).Delete(".*", handler).Options(".*", handler);
-
+    // Started before the scenario plays, so that ^C also ends a long start.
     std::thread stopper([&] {
         int signal = 0;
         sigwait(&stopSignals, &signal);
@@ -99,16 +90,29 @@ int LiveServer::run(const CommandLineOptions& options, const RecordPolicy& recor
         session.shutDown();
         server.stop();
     });
+    // Wakes the stopper when the server ends for another reason.
+    auto stop = [&](int status) {
+        bool interrupted = events.isClosed();
+        if (!interrupted)
+            kill(getpid(), SIGTERM);
+        stopper.join();
+        return interrupted ? ExitSuccess : status;
+    };
+
+    // Without a scenario the clock runs a second, so that the panel has
+    // drawn (on its first tick) when the page first shows the screen.
+    if (int status = session.open(options.scenario, "boot\nadvance 1s\n"); status != ExitSuccess || events.isClosed())
+        return stop(status);
+
+    LiveRouter router(session, events, PageFiles(BuildPaths::locate().livePage), folders.output);
+    router.setPort(port);
+    auto handler = [&router](const httplib::Request& request, httplib::Response& response) { router.handle(request, response); };
+    server.Get(".*", handler).Post(".*", handler).Put(".*", handler).Patch(".*", handler).Delete(".*", handler).Options(".*", handler);
 
     std::cout << "live preview at http://127.0.0.1:" << port << "/" << std::endl;
+    // Answers once the server stops: after a signal, or when listening failed.
     bool listened = server.listen_after_bind();
-    // Wakes the stopper when the server ended on its own.
-    if (!events.isClosed())
-        kill(getpid(), SIGTERM);
-    stopper.join();
-    if (!listened && !events.isClosed())
-        return ExitHostFailed;
-    return ExitSuccess;
+    return stop(listened ? ExitSuccess : ExitHostFailed);
 }
 
 }

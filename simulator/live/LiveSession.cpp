@@ -117,6 +117,8 @@ int LiveSession::open(const std::optional<std::string>& scenarioPath, const std:
     LiveTranscript played = LiveTranscript::fromPlayed(parsed.commands, outcome, problems);
     for (const PlayedLine& line : outcome.lines)
         std::cout << line.output, std::cerr << line.messages;
+    if (outcome.phoneStopped && m_shuttingDown)
+        return ExitSuccess;
     if (outcome.phoneStopped) {
         std::cerr << "kavelin-sim: " << outcome.stopMessage << "\n";
         return ExitHostFailed;
@@ -440,8 +442,7 @@ nlohmann::json LiveSession::state() const
 void LiveSession::shutDown()
 {
     m_shuttingDown = true;
-    if (m_busy)
-        m_phone.kill();
+    m_phone.kill();
 }
 
 }

@@ -296,6 +296,36 @@ class LiveInterfaceTest(unittest.TestCase):
         self.assertEqual(s.play("advance 1s")[0], 200)
 
 
+class LiveServerStartTest(unittest.TestCase):
+    def test_an_interrupt_ends_a_long_starting_scenario(self):
+        with tempfile.TemporaryDirectory(prefix="kavelin-live-") as folder:
+            scenario = os.path.join(folder, "long.scenario")
+            with open(scenario, "w") as file:
+                file.write("boot\nadvance 300d\n")
+            process = subprocess.Popen([SIM, "--live", scenario, "--port", "0", "--out", os.path.join(folder, "out")],
+                                       stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+            time.sleep(1.5)
+            process.send_signal(signal.SIGINT)
+            try:
+                out, err = process.communicate(timeout=20)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                self.fail("kavelin-sim --live did not end on SIGINT while its scenario played")
+            self.assertEqual(process.returncode, 0, err)
+            self.assertEqual(out, "")
+
+    def test_a_scenario_that_cannot_play_ends_as_a_batch_run_does(self):
+        with tempfile.TemporaryDirectory(prefix="kavelin-live-") as folder:
+            scenario = os.path.join(folder, "bad.scenario")
+            with open(scenario, "w") as file:
+                file.write("boot\ntap #nothing-here\n")
+            result = subprocess.run([SIM, "--live", scenario, "--port", "0", "--out", os.path.join(folder, "out")],
+                                    capture_output=True, text=True, timeout=60)
+            self.assertEqual(result.returncode, 2)
+            self.assertIn(scenario + ":2: ", result.stderr)
+            self.assertEqual(result.stdout, "")
+
+
 if __name__ == "__main__":
     SIM = sys.argv.pop(1)
     unittest.main(verbosity=2)
