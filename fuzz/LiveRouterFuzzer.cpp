@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string_view>
 #include <unistd.h>
 
@@ -51,7 +52,14 @@ std::string_view takeLine(std::string_view& text)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static Fixture fixture;
+    // A fresh session now and then, so that the transcript (which every
+    // request may lengthen) stays short enough to read after each input.
+    static std::unique_ptr<Fixture> fixtureHolder;
+    static int inputs = 0;
+    if (!fixtureHolder || ++inputs % 256 == 0)
+        fixtureHolder = std::make_unique<Fixture>();
+    Fixture& fixture = *fixtureHolder;
+    fixture.phone.played.clear();
     if (size == 0)
         return 0;
     static constexpr const char* methods[] = { "GET", "POST", "HEAD", "PUT", "DELETE", "OPTIONS", "PATCH", "get" };
