@@ -1,6 +1,74 @@
 #include "CommandLine.h"
 
+#include "scenario/ScenarioLineReader.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+
 namespace sim {
+
+namespace {
+
+// An option that stands alone (--strict).
+struct Flag {
+    std::string_view name;
+    bool CommandLineOptions::*field;
+};
+
+// An option that takes a value, as `--out DIR` or `--out=DIR`.
+struct ValuedOption {
+    std::string_view name;
+    std::string_view valueName; // for messages: "a folder"
+    std::function<void(CommandLineOptions&, const std::string&)> set;
+};
+
+const std::vector<Flag>& flags()
+{
+    static const std::vector<Flag> list {
+        { "--help", &CommandLineOptions::help },
+        { "-h", &CommandLineOptions::help },
+        { "--version", &CommandLineOptions::version },
+        { "--print-demo", &CommandLineOptions::printDemo },
+        { "--strict", &CommandLineOptions::strict },
+        { "--trace", &CommandLineOptions::trace },
+        { "--live", &CommandLineOptions::live },
+    };
+    return list;
+}
+
+const std::vector<ValuedOption>& valuedOptions()
+{
+    static const std::vector<ValuedOption> list {
+        { "--out", "a folder", [](CommandLineOptions& o, const std::string& v) { o.outputDirectory = v; } },
+        { "--root", "a folder", [](CommandLineOptions& o, const std::string& v) { o.rootDirectory = v; } },
+        { "--record", "a mode (missing, all, failed or never)", [](CommandLineOptions& o, const std::string& v) { o.recordMode = v; } },
+    };
+    return list;
+}
+
+std::string unknownOption(std::string_view name)
+{
+    // Only long names are worth suggesting: any one-letter option is one letter from -h.
+    std::vector<std::string_view> names;
+    for (const Flag& flag : flags())
+        names.push_back(flag.name);
+    for (const ValuedOption& option : valuedOptions())
+        names.push_back(option.name);
+    names.push_back("--port");
+    std::erase_if(names, [](std::string_view known) { return !known.starts_with("--"); });
+    std::string hint = name.starts_with("--") ? suggestionFor(name, names) : std::string();
+    // --outdir, --output: a known option with more letters after it.
+    for (std::string_view known : names) {
+        if (hint.empty() && name.starts_with(known))
+            hint = ", did you mean " + std::string(known) + "?";
+    }
+    // "did you mean '--out'?" reads as "did you mean --out?" on a command line.
+    hint.erase(std::remove(hint.begin(), hint.end(), '\''), hint.end());
+    return "unknown option '" + std::string(name) + "'" + hint;
+}
+
+}
 
 CommandLine CommandLine::parse(int argc, const char* const* argv)
 {
@@ -14,9 +82,7 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
 {
     CommandLine commandLine;
     CommandLineOptions& options = commandLine.m_options;
-    bool seenOut = false;
-    bool seenRoot = false;
-    bool seenRecord = false;
+    std::vector<std::string_view> seen;
     bool onlyScenarios = false;
 
     auto fail = [&](std::string message) {
@@ -37,14 +103,6 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
         }
         if (argument == "--") {
             onlyScenarios = true;
-            continue;
-        }
-        if (argument == "--help" || argument == "-h") {
-            options.help = true;
-            continue;
-        }
-        if (argument == "--live") {
-            options.live = true;
             continue;
         }
 
@@ -69,49 +127,60 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments)
             options.port = port;
             continue;
         }
-        if (name != "--out" && name != "--root" && name != "--record")
-            return fail("unknown option '" + name + "'");
-        std::string valueName = name == "--record" ? "a mode (missing, all, failed or never)" : "a folder";
+        auto flag = std::find_if(flags().begin(), flags().end(), [&](const Flag& f) { return f.name == name; });
+        if (flag != flags().end()) {
+            if (value)
+                return fail("option '" + name + "' takes no value");
+            options.*(flag->field) = true;
+            continue;
+        }
+        auto valued = std::find_if(valuedOptions().begin(), valuedOptions().end(), [&](const ValuedOption& o) { return o.name == name; });
+        if (valued == valuedOptions().end())
+            return fail(unknownOption(name));
         if (!value) {
             if (i + 1 == arguments.size())
-                return fail("option '" + name + "' needs " + valueName);
+                return fail("option '" + name + "' needs " + std::string(valued->valueName));
             value = arguments[++i];
         }
         if (value->empty())
-            return fail("option '" + name + "' needs " + valueName);
-        bool& seen = name == "--out" ? seenOut : name == "--root" ? seenRoot : seenRecord;
-        if (seen)
+            return fail("option '" + name + "' needs " + std::string(valued->valueName));
+        if (std::find(seen.begin(), seen.end(), valued->name) != seen.end())
             return fail("option '" + name + "' is given twice");
-        seen = true;
-        if (name == "--out")
-            options.outputDirectory = *value;
-        else if (name == "--root")
-            options.rootDirectory = *value;
-        else
-            options.recordMode = *value;
+        seen.push_back(valued->name);
+        valued->set(options, *value);
     }
     if (options.port && !options.live)
         return fail("option '--port' goes with --live");
+
+    // The output folder is made when missing; a file in its place is the user's mistake.
+    std::error_code error;
+    if (std::filesystem::exists(options.outputDirectory, error) && !std::filesystem::is_directory(options.outputDirectory, error))
+        return fail("--out names '" + options.outputDirectory + "', which is a file, not a folder");
     return commandLine;
 }
 
 std::string CommandLine::usage(std::string_view programName)
 {
     std::string name(programName);
-    return "usage: " + name + " [SCENARIO] [--out DIR] [--root DIR] [--record=MODE] [--live [--port N]]\n"
+    return "usage: " + name + " [SCENARIO] [--out DIR] [--root DIR] [--record=MODE] [--live [--port N]] [--strict] [--trace]\n"
+        "       " + name + " --print-demo | --version | --help\n"
         "\n"
         "Plays SCENARIO (a scenario file, or - for standard input) on the simulated phone;\n"
         "without one, plays the built-in demo.\n"
         "\n"
-        "  --out DIR   where shot and dump write (default ./kavelin-out, created if missing)\n"
-        "  --root DIR  the device's file system root (default: a fresh temporary folder)\n"
+        "  --out DIR     where shot and dump write (default ./kavelin-out, created if missing)\n"
+        "  --root DIR    the device's file system root (default: a fresh temporary folder)\n"
         "  --record=MODE\n"
-        "              what expect-shot does with reference pictures: missing (the default:\n"
-        "              record those not there yet), all, failed (those missing or differing)\n"
-        "              or never; without it, the environment's KAVELIN_RECORD=MODE decides\n"
-        "  --live      after SCENARIO, show the phone in a browser: prints the address to open\n"
-        "  --port N    the live preview's port on 127.0.0.1 (default 8470; 0 picks a free one)\n"
-        "  --help      show this text\n"
+        "                what expect-shot does with reference pictures: missing (the default:\n"
+        "                record those not there yet), all, failed (those missing or differing)\n"
+        "                or never; without it, the environment's KAVELIN_RECORD=MODE decides\n"
+        "  --live        after SCENARIO, show the phone in a browser: prints the address to open\n"
+        "  --port N      the live preview's port on 127.0.0.1 (default 8470; 0 picks a free one)\n"
+        "  --strict      every warning is a mistake (exit 2)\n"
+        "  --trace       say on standard error what each tap, swipe or slide reached\n"
+        "  --print-demo  print the built-in demo as a scenario\n"
+        "  --version     print the version\n"
+        "  --help        show this text\n"
         "\n"
         "Exit status: 0 played to the end with every expect holding; 1 an expect failed;\n"
         "2 the scenario cannot be played; 3 the host or the extension failed.\n";

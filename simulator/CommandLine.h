@@ -23,10 +23,18 @@ struct CommandLineOptions {
     bool live { false };
     // --port N (with --live); 0 picks a free port.
     std::optional<int> port;
+    bool version { false };
+    // Print the built-in demo as a scenario instead of playing it.
+    bool printDemo { false };
+    // Every warning is a mistake.
+    bool strict { false };
+    // Each acting command says on standard error what it reached.
+    bool trace { false };
 };
 
-// kavelin-sim [SCENARIO] [--out DIR] [--root DIR] [--record=MODE] [--live [--port N]]. A usage mistake comes back
-// as an error message; the caller prints it with `usage()` and exits with 2.
+// kavelin-sim [SCENARIO] [--out DIR] [--root DIR] [--record=MODE] [--live [--port N]] [--strict] [--trace] ...
+// A usage mistake comes back as an error message; the caller prints it with
+// `usage()` and exits with 2.
 class CommandLine {
 public:
     // `arguments` leaves out the program's name.

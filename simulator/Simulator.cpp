@@ -1,11 +1,15 @@
 #include "Simulator.h"
 
+#include "ConditionCheck.h"
 #include "ExtensionLoader.h"
+#include "RunProgress.h"
 #include "ShotExpectation.h"
 #include "SoakRunner.h"
+#include "TouchProbe.h"
 #include "ViewTree.h"
 #include "scenario/ExpectComparison.h"
 #include "scenario/ScenarioValues.h"
+#include "scenario/TreeFormat.h"
 
 #include <Foundation/NSData.h>
 #include <Foundation/NSDate.h>
@@ -21,7 +25,10 @@
 #include <Foundation/VirtualClock.h>
 #include <UIKit/UIApplication.h>
 #include <UIKit/UIImage.h>
+#include <UIKit/UIPickerView.h>
 #include <UIKit/UIScreen.h>
+#include <UIKit/UIScrollView.h>
+#include <UIKit/UISlider.h>
 #include <UIKit/UIView.h>
 #include <host/DeviceModel.h>
 #include <host/HostWorld.h>
@@ -30,6 +37,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -86,38 +94,70 @@ bool Simulator::fail(const Command& command, int status, const std::string& mess
     return false;
 }
 
-bool Simulator::warn(const Command& command, const std::string& message)
-{
-    std::cerr << command.location() << ": warning: " << message << "\n";
-    return true;
-}
-
 bool Simulator::notSupportedYet(const Command& command)
 {
     return fail(command, ExitCannotPlay, "'" + std::string(commandName(command.kind)) + "' is not supported yet");
 }
 
+void Simulator::expectation(const Command& command, bool held, const std::string& failure)
+{
+    if (held) {
+        ++m_counts.expectsHeld;
+        return;
+    }
+    std::cerr << command.location() << ": " << failure << "\n";
+    ++m_counts.expectsFailed;
+}
+
+bool Simulator::warn(const Command& command, const std::string& message)
+{
+    if (m_warnings->warn(command, message))
+        return true;
+    m_status = ExitCannotPlay;
+    return false;
+}
+
+void Simulator::wrote(const std::filesystem::path& path)
+{
+    m_writtenFiles.push_back(path);
+    ++m_counts.filesWritten;
+}
+
+int Simulator::status() const
+{
+    if (m_status != ExitSuccess)
+        return m_status;
+    return m_counts.expectsFailed ? ExitExpectationFailed : ExitSuccess;
+}
+
+bool Simulator::playCommand(const Command& command)
+{
+    if (!execute(command))
+        return false;
+    ++m_counts.played;
+    settle();
+    return true;
+}
+
 int Simulator::play(const std::vector<Command>& commands)
 {
     for (const Command& command : commands) {
-        if (!execute(command))
-            return m_status;
-        settle();
+        if (!playCommand(command))
+            break;
     }
-    if (m_failedExpectations)
-        return ExitExpectationFailed;
-    return ExitSuccess;
+    return status();
 }
 
 int Simulator::playLine(const Command& command)
 {
     m_status = ExitSuccess;
     m_replacementLine.reset();
-    int failedBefore = m_failedExpectations;
+    size_t failedBefore = m_counts.expectsFailed;
     if (!execute(command))
         return m_status;
+    ++m_counts.played;
     settle();
-    return m_failedExpectations > failedBefore ? ExitExpectationFailed : ExitSuccess;
+    return m_counts.expectsFailed > failedBefore ? ExitExpectationFailed : ExitSuccess;
 }
 
 void Simulator::settle()
@@ -522,41 +562,139 @@ static int orientationValue(RotateCommand::Orientation orientation)
     return 1;
 }
 
+void Simulator::trace(const Command& command, const std::string& what)
+{
+    if (m_trace)
+        std::cerr << command.location() << ": " << command.text << what << "\n";
+}
+
+static std::string pointText(CGPoint point)
+{
+    Target target;
+    target.kind = Target::Kind::Point;
+    target.x = point.x;
+    target.y = point.y;
+    return target.toString();
+}
+
+std::optional<CGPoint> Simulator::aimFinger(const Command& command, const Target& target, const char* requiredClass)
+{
+    if (auto matches = ViewTree::ambiguity(target); !matches.empty()) {
+        if (!warn(command, "the first view that " + target.toString() + " matches is not on screen, a later one is: " + matches))
+            return std::nullopt;
+    }
+    auto point = ViewTree::screenPoint(target);
+    if (!point) {
+        fail(command, ExitCannotPlay, "nothing on screen matches " + target.toString());
+        return std::nullopt;
+    }
+    TouchProbe probe = TouchProbe::at(*point);
+    if (requiredClass) {
+        // The view named, or for a point the view under it or one of its ancestors.
+        objc::Class* required = objc::Runtime::shared().classNamed(requiredClass);
+        UIView* view = target.kind == Target::Kind::Point ? probe.hit : ViewTree::find(target);
+        UIView* found = view;
+        while (target.kind == Target::Kind::Point && found && !found->isKindOfClass(required))
+            found = found->superview();
+        if (!found || !required || !found->isKindOfClass(required)) {
+            std::string what = view ? "a " + std::string(view->className()) : std::string("nothing");
+            fail(command, ExitCannotPlay, std::string(commandName(command.kind)) + " needs a " + requiredClass + ", but " + target.toString() + " is " + what);
+            return std::nullopt;
+        }
+    }
+    trace(command, " at " + pointText(*point) + " -> " + probe.description());
+    if (!requiredClass && !probe.wasTaken()) {
+        if (!warn(command, "nothing took the touch at " + pointText(*point) + " (no gesture recogniser or control there)"))
+            return std::nullopt;
+    }
+    return point;
+}
+
+void Simulator::runClock(const Command& command, double seconds)
+{
+    NSRunLoop* runLoop = NSRunLoop::mainRunLoop();
+    double start = VirtualClock::shared().monotonic();
+    double end = start + seconds;
+    RunProgress progress(command.text, start, end);
+    // In slices, so that the progress line keeps up; the events run as in one go.
+    constexpr double slice = 3600;
+    for (double reached = start; reached < end;) {
+        reached = std::min(end, reached + slice);
+        runLoop->runUntil(reached);
+        progress.update(reached);
+    }
+}
+
+static std::string secondsText(double seconds)
+{
+    char buffer[32];
+    std::snprintf(buffer, sizeof buffer, "%gs", std::round(seconds * 1000) / 1000);
+    return buffer;
+}
+
+bool Simulator::advanceUntil(const Command& command)
+{
+    const auto& until = command.as<AdvanceUntilCommand>();
+    NSRunLoop* runLoop = NSRunLoop::mainRunLoop();
+    double start = VirtualClock::shared().monotonic();
+    double deadline = start + until.maxSeconds;
+    RunProgress progress(command.text, start, deadline);
+    auto host = [this] { return hostDump(); };
+    // Checked now, then after each moment at which events ran, up to the deadline.
+    while (true) {
+        ConditionResult result = ConditionCheck::evaluate(until.condition, host);
+        double now = VirtualClock::shared().monotonic();
+        if (result.held) {
+            trace(command, " -> held after " + secondsText(now - start));
+            expectation(command, true);
+            return true;
+        }
+        if (now >= deadline) {
+            trace(command, " -> did not hold");
+            expectation(command, false, "waited " + secondsText(until.maxSeconds) + " for " + result.expected + "; last found " + result.found + (result.matches.empty() ? "" : " (" + result.matches + ")"));
+            return true;
+        }
+        runLoop->runUntil(std::min(deadline, runLoop->nextEventTime()));
+        settle();
+        progress.update(VirtualClock::shared().monotonic());
+    }
+}
+
 bool Simulator::executeActing(const Command& command)
 {
-    if (command.kind == CommandKind::Boot)
+    if (command.kind == CommandKind::Boot) {
+        trace(command, "");
         return boot(command);
-
-    auto aim = [&](const Target& target) -> std::optional<CGPoint> {
-        auto point = ViewTree::screenPoint(target);
-        if (!point)
-            fail(command, ExitCannotPlay, "nothing on screen matches " + target.toString());
-        return point;
-    };
+    }
     UIApplication* application = UIApplication::sharedApplication();
 
     switch (command.kind) {
-    case CommandKind::Advance:
+    case CommandKind::Advance: {
+        uint64_t before = NSRunLoop::mainRunLoop()->firedEventCount();
         if (m_shouldStop)
             advanceWatched(command.as<AdvanceCommand>().seconds);
         else
-            NSRunLoop::mainRunLoop()->advance(command.as<AdvanceCommand>().seconds);
+            runClock(command, command.as<AdvanceCommand>().seconds);
+        trace(command, " -> " + std::to_string(NSRunLoop::mainRunLoop()->firedEventCount() - before) + " events");
         return true;
+    }
+    case CommandKind::AdvanceUntil:
+        return advanceUntil(command);
     case CommandKind::Tap:
-        if (auto point = aim(command.as<TargetCommand>().target))
+        if (auto point = aimFinger(command, command.as<TargetCommand>().target))
             return application->tapAt(*point), true;
         return false;
     case CommandKind::DoubleTap:
-        if (auto point = aim(command.as<TargetCommand>().target))
+        if (auto point = aimFinger(command, command.as<TargetCommand>().target))
             return application->doubleTapAt(*point), true;
         return false;
     case CommandKind::LongPress:
-        if (auto point = aim(command.as<LongPressCommand>().target))
+        if (auto point = aimFinger(command, command.as<LongPressCommand>().target))
             return application->longPressAt(*point, command.as<LongPressCommand>().duration), true;
         return false;
     case CommandKind::Swipe: {
         const auto& swipe = command.as<SwipeCommand>();
-        auto point = aim(swipe.target);
+        auto point = aimFinger(command, swipe.target);
         if (!point)
             return false;
         UISwipeGestureRecognizerDirection direction = swipe.direction == SwipeCommand::Direction::Up ? UISwipeGestureRecognizerDirectionUp
@@ -567,17 +705,23 @@ bool Simulator::executeActing(const Command& command)
         return true;
     }
     case CommandKind::Slide:
-        if (auto point = aim(command.as<SlideCommand>().target))
+        if (auto point = aimFinger(command, command.as<SlideCommand>().target, "UISlider"))
             return application->slideAt(*point, static_cast<float>(command.as<SlideCommand>().value)), true;
         return false;
     case CommandKind::Scroll:
-        if (auto point = aim(command.as<ScrollCommand>().target))
+        if (auto point = aimFinger(command, command.as<ScrollCommand>().target, "UIScrollView"))
             return application->dragAt(*point, command.as<ScrollCommand>().dx, command.as<ScrollCommand>().dy), true;
         return false;
     case CommandKind::Pick:
-        if (auto point = aim(command.as<PickCommand>().target))
+        if (auto point = aimFinger(command, command.as<PickCommand>().target, "UIPickerView"))
             return application->pickAt(*point, command.as<PickCommand>().component, command.as<PickCommand>().row), true;
         return false;
+    default:
+        break;
+    }
+
+    trace(command, "");
+    switch (command.kind) {
     case CommandKind::Home:
         m_host->pressHome();
         return true;
@@ -615,7 +759,9 @@ bool Simulator::executeActing(const Command& command)
     }
     case CommandKind::Soak: {
         const auto& soak = command.as<SoakCommand>();
-        SoakRunner runner(*m_host, { soak.seconds, soak.seed, soak.step });
+        double start = VirtualClock::shared().monotonic();
+        RunProgress progress(command.text, start, start + soak.seconds);
+        SoakRunner runner(*m_host, { soak.seconds, soak.seed, soak.step, [&](double elapsed) { progress.update(start + elapsed); } });
         auto failure = runner.run();
         std::cout << runner.summary();
         if (failure)
@@ -629,6 +775,17 @@ bool Simulator::executeActing(const Command& command)
 
 std::filesystem::path Simulator::outputPath(const std::string& fileName) const { return m_outputDirectory / fileName; }
 
+nlohmann::json Simulator::hostDump() const
+{
+    nlohmann::json host = nlohmann::json::object();
+    m_host->dumpHost(host);
+    auto hooks = nlohmann::json::array();
+    for (auto& [cls, selector] : objc::Runtime::shared().installedHooks())
+        hooks.push_back({ cls, selector });
+    host["hooks"] = hooks;
+    return host;
+}
+
 nlohmann::json Simulator::dump() const
 {
     nlohmann::json dump;
@@ -639,13 +796,7 @@ nlohmann::json Simulator::dump() const
     dump["screen"] = { { "width", screen.size.width }, { "height", screen.size.height }, { "scale", UIScreen::mainScreen()->scale() },
         { "orientation", SimulatedHost::orientationName(orientation) } };
     dump["windows"] = ViewTree::dumpWindows();
-    nlohmann::json host = nlohmann::json::object();
-    m_host->dumpHost(host);
-    auto hooks = nlohmann::json::array();
-    for (auto& [cls, selector] : objc::Runtime::shared().installedHooks())
-        hooks.push_back({ cls, selector });
-    host["hooks"] = hooks;
-    dump["host"] = host;
+    dump["host"] = hostDump();
     return dump;
 }
 
@@ -661,7 +812,7 @@ bool Simulator::executeLooking(const Command& command)
             return fail(command, ExitHostFailed, "the screen could not be drawn");
         if (auto error = image->writePNG(path.string()))
             return fail(command, ExitCannotPlay, *error);
-        m_writtenFiles.push_back(path);
+        wrote(path);
         return true;
     }
     case CommandKind::Dump: {
@@ -672,63 +823,48 @@ bool Simulator::executeLooking(const Command& command)
         out << dump().dump(2) << "\n";
         if (!out)
             return fail(command, ExitCannotPlay, "cannot write " + path.string());
-        m_writtenFiles.push_back(path);
+        wrote(path);
         return true;
     }
-    case CommandKind::ExpectProperty: {
-        const auto& expect = command.as<ExpectPropertyCommand>();
-        UIView* view = ViewTree::find(expect.target);
-        if (!view) {
-            std::cerr << command.location() << ": expected " << expect.target.toString() << " to exist, found nothing\n";
-            ++m_failedExpectations;
-            return true;
-        }
-        nlohmann::json node = ViewTree::dumpView(*view);
-        const nlohmann::json* found = walkJsonPath(node, expect.property);
-        if (!found || !jsonValuesMatch(*found, expect.value)) {
-            std::string property;
-            for (auto& part : expect.property)
-                property += (property.empty() ? "" : ".") + part;
-            std::cerr << command.location() << ": expected " << expect.target.toString() << " " << property << " to be "
-                      << describeJson(expect.value) << ", found " << (found ? describeJson(*found) : std::string("no such property")) << "\n";
-            ++m_failedExpectations;
-        }
-        return true;
-    }
-    case CommandKind::ExpectAbsent: {
-        const auto& expect = command.as<ExpectAbsentCommand>();
-        if (ViewTree::find(expect.target)) {
-            std::cerr << command.location() << ": expected nothing to match " << expect.target.toString() << ", found a view\n";
-            ++m_failedExpectations;
-        }
-        return true;
-    }
+    case CommandKind::ExpectProperty:
+    case CommandKind::ExpectAbsent:
     case CommandKind::ExpectHost: {
-        const auto& expect = command.as<ExpectHostCommand>();
-        nlohmann::json whole = dump();
-        const nlohmann::json* found = walkJsonPath(whole["host"], expect.path);
-        if (!found || !jsonValuesMatch(*found, expect.value)) {
-            std::string path = "host";
-            for (auto& part : expect.path)
-                path += "." + part;
-            std::cerr << command.location() << ": expected " << path << " to be " << describeJson(expect.value) << ", found "
-                      << (found ? describeJson(*found) : std::string("nothing there")) << "\n";
-            ++m_failedExpectations;
-        }
+        ConditionResult result = ConditionCheck::evaluate(ConditionCheck::conditionOf(command), [this] { return hostDump(); });
+        expectation(command, result.held, result.held ? std::string() : result.failure());
         return true;
     }
     case CommandKind::ExpectShot: {
         auto outcome = ShotExpectation::check(command, m_outputDirectory, m_recordPolicy);
-        m_writtenFiles.insert(m_writtenFiles.end(), outcome.writtenFiles.begin(), outcome.writtenFiles.end());
-        if (!outcome.held) {
-            std::cerr << command.location() << ": " << outcome.message << "\n";
-            ++m_failedExpectations;
-        }
+        for (auto& file : outcome.writtenFiles)
+            wrote(file);
+        expectation(command, outcome.held, outcome.message);
         return true;
     }
+    case CommandKind::Tree:
+        return tree(command);
     default:
         return true;
     }
+}
+
+bool Simulator::tree(const Command& command)
+{
+    const auto& tree = command.as<TreeCommand>();
+    nlohmann::json nodes;
+    if (tree.target) {
+        UIView* view = ViewTree::find(*tree.target);
+        if (!view)
+            return fail(command, ExitCannotPlay, "nothing matches " + tree.target->toString());
+        nodes = ViewTree::dumpView(*view);
+    } else {
+        nodes = ViewTree::dumpWindows();
+    }
+    CGRect screen = UIScreen::mainScreen()->bounds();
+    std::string text = TreeFormat::tree(nodes, screen.size.width, screen.size.height, tree.all);
+    if (text.empty())
+        text = tree.target->toString() + " is not on screen (tree " + tree.target->toString() + " all shows it)\n";
+    std::cout << text << std::flush;
+    return true;
 }
 
 }

@@ -134,6 +134,8 @@ std::optional<std::string> SoakRunner::run()
         NSRunLoop::mainRunLoop()->advance(pause);
         settle();
         elapsed += pause;
+        if (m_options.progress)
+            m_options.progress(elapsed);
         if (auto failure = check())
             return failure;
         if (m_objectsAfterFirstDay < 0 && elapsed >= baselineAt)

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <random>
 #include <string>
@@ -30,6 +31,8 @@ public:
         double seconds { 0 };
         int seed { 1 };
         double longestPause { 600 };
+        // Told the virtual seconds played so far after every pause.
+        std::function<void(double)> progress;
     };
     SoakRunner(SimulatedHost&, Options);
 

@@ -2,82 +2,19 @@
 // loads the extension into it, plays a scenario and shows what the screen
 // shows.
 
-#include "BuiltInDemo.h"
 #include "CommandLine.h"
+#include "DemoScenario.h"
+#include "ScenarioChecks.h"
+#include "ScenarioRunner.h"
 #include "Simulator.h"
-#include "settings/PreferenceChecks.h"
 #include "live/LiveServer.h"
 #include "live/LiveWorker.h"
 #include "scenario/ScenarioParser.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <iostream>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
-
-int play(const sim::ScenarioParseResult& parsed, const std::string& output, const std::string& root, const RecordPolicy& recordPolicy,
-    bool listWrittenFiles)
-{
-    if (!parsed.ok()) {
-        std::cerr << parsed.diagnosticText();
-        return sim::ExitCannotPlay;
-    }
-    sim::PreferenceChecks::printWarnings(parsed.commands, std::cerr);
-    sim::Simulator simulator(output, root);
-    simulator.setRecordPolicy(recordPolicy);
-    if (auto error = simulator.prepare(); !error.empty()) {
-        std::cerr << "kavelin-sim: " << error << "\n";
-        return sim::ExitHostFailed;
-    }
-    int status = simulator.play(parsed.commands);
-    if (listWrittenFiles && status == sim::ExitSuccess) {
-        for (auto& file : simulator.writtenFiles())
-            std::cout << "  " << file.string() << "\n";
-    }
-    return status;
-}
-
-// Each part of the demo is a boot of its own: the extension's load-time state
-// (its hooks, its single instances) lives as long as the process, exactly as
-// on the phone, so every part plays in a fresh child process.
-int playDemo(const sim::CommandLineOptions& options, const RecordPolicy& recordPolicy)
-{
-    std::cout << "The demo wrote:\n" << std::flush;
-    int worst = sim::ExitSuccess;
-    for (auto& part : sim::builtInDemo()) {
-        std::string root;
-        if (options.rootDirectory)
-            root = (std::filesystem::path(*options.rootDirectory) / part.name).string();
-        std::fflush(nullptr);
-        pid_t child = fork();
-        if (child < 0) {
-            std::cerr << "kavelin-sim: cannot start the demo's " << part.name << ": " << std::strerror(errno) << "\n";
-            return sim::ExitHostFailed;
-        }
-        if (child == 0) {
-            auto parsed = sim::ScenarioParser::parseText(part.scenario, "<demo: " + part.name + ">");
-            int status = play(parsed, options.outputDirectory, root, recordPolicy, true);
-            std::cout << std::flush;
-            _exit(status);
-        }
-        int waitStatus = 0;
-        if (waitpid(child, &waitStatus, 0) < 0 || !WIFEXITED(waitStatus)) {
-            std::cerr << "kavelin-sim: the demo's " << part.name << " did not finish\n";
-            return sim::ExitHostFailed;
-        }
-        int status = WEXITSTATUS(waitStatus);
-        if (status != sim::ExitSuccess)
-            std::cerr << "kavelin-sim: the demo's " << part.name << " failed (exit " << status << ")\n";
-        worst = std::max(worst, status);
-    }
-    return worst;
-}
 
 // --record=MODE wins over KAVELIN_RECORD; a word that names no mode is a
 // usage mistake either way.
@@ -100,6 +37,10 @@ std::optional<RecordPolicy> recordPolicy(const sim::CommandLineOptions& options)
 
 }
 
+#ifndef KAVELIN_VERSION
+#define KAVELIN_VERSION "unknown"
+#endif
+
 int main(int argc, char** argv)
 {
     // The live preview's phone: started by the server itself, never by hand.
@@ -115,12 +56,50 @@ int main(int argc, char** argv)
         std::cout << sim::CommandLine::usage();
         return sim::ExitSuccess;
     }
+    if (options.version) {
+        std::cout << "kavelin-sim " << KAVELIN_VERSION << "\n";
+        return sim::ExitSuccess;
+    }
+    if (options.printDemo) {
+        std::cout << sim::demoScenario();
+        return sim::ExitSuccess;
+    }
+
     auto policy = recordPolicy(options);
     if (!policy)
         return sim::ExitCannotPlay;
     if (options.live)
         return sim::live::LiveServer::run(options, *policy);
-    if (!options.scenario)
-        return playDemo(options, *policy);
-    return play(sim::ScenarioParser::parseFile(*options.scenario), options.outputDirectory, options.rootDirectory.value_or(""), *policy, false);
+
+    bool playsDemo = !options.scenario;
+    auto parsed = playsDemo ? sim::ScenarioParser::parseText(sim::demoScenario(), sim::demoScenarioName) : sim::ScenarioParser::parseFile(*options.scenario);
+    if (!parsed.ok()) {
+        std::cerr << parsed.diagnosticText();
+        return sim::ExitCannotPlay;
+    }
+    sim::Warnings warnings;
+    warnings.setStrict(options.strict);
+    sim::ScenarioChecks::run(parsed.commands, warnings);
+    if (options.strict && warnings.count()) {
+        std::cerr << "kavelin-sim: --strict makes every warning a mistake; nothing was played\n";
+        return sim::ExitCannotPlay;
+    }
+
+    std::error_code error;
+    std::filesystem::create_directories(options.outputDirectory, error);
+    if (error) {
+        std::cerr << "kavelin-sim: cannot make the output folder " << options.outputDirectory << ": " << error.message() << "\n";
+        return sim::ExitCannotPlay;
+    }
+
+    sim::ScenarioRunner::Settings settings;
+    settings.outputDirectory = options.outputDirectory;
+    if (options.rootDirectory)
+        settings.root = *options.rootDirectory;
+    settings.trace = options.trace;
+    settings.recordPolicy = *policy;
+    settings.listWrittenFiles = playsDemo;
+    if (playsDemo)
+        std::cout << "The demo wrote:\n";
+    return sim::ScenarioRunner(settings, warnings).run(parsed.commands);
 }

@@ -142,3 +142,13 @@ void UIControl::dumpProperties(nlohmann::json& node) const
     UIView::dumpProperties(node);
     node["enabled"] = m_enabled;
 }
+
+std::vector<objc::SEL> UIControl::actions() const
+{
+    std::vector<objc::SEL> list;
+    for (const Target& target : m_targets) {
+        if (target.object)
+            list.push_back(target.action);
+    }
+    return list;
+}

@@ -43,6 +43,8 @@ public:
     void addTarget(NSObject* target, objc::SEL action, unsigned controlEvents);
     // A null target or action matches any.
     void removeTarget(NSObject* target, objc::SEL action, unsigned controlEvents);
+    // The actions its live targets are sent, for any event.
+    std::vector<objc::SEL> actions() const;
     void sendActionsForControlEvents(unsigned controlEvents);
 
     bool isEnabled() const { return m_enabled; }

@@ -170,3 +170,13 @@ void UIGestureRecognizer::stopTimer()
     if (uint64_t token = std::exchange(m_timer, 0))
         NSRunLoop::mainRunLoop()->cancel(token);
 }
+
+std::vector<objc::SEL> UIGestureRecognizer::actions() const
+{
+    std::vector<objc::SEL> list;
+    for (const Target& target : m_targets) {
+        if (target.object)
+            list.push_back(target.action);
+    }
+    return list;
+}

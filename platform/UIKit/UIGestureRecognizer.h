@@ -52,6 +52,8 @@ public:
     void removeTarget(NSObject* target, objc::SEL action);
     // A C++ target, for recognisers UIKit makes for its own views.
     void addHandler(std::function<void(UIGestureRecognizer&)>);
+    // The actions its live targets are sent, for tools that show what a touch reached.
+    std::vector<objc::SEL> actions() const;
 
     UIGestureRecognizerState state() const { return m_state; }
     bool isEnabled() const { return m_enabled; }

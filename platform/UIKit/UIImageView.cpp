@@ -147,8 +147,10 @@ void UIImageView::drawContent(RenderContext& context) const
 void UIImageView::dumpProperties(nlohmann::json& node) const
 {
     UIView::dumpProperties(node);
-    if (UIImage* image = displayedImage())
+    if (UIImage* image = displayedImage()) {
         node["image"] = image->name();
+        node["imageSize"] = { image->size().width, image->size().height };
+    }
     node["tint"] = UIColorHexString(m_tintColor.get());
     node["animating"] = isAnimating();
     node["frames"] = static_cast<int>(m_animationImages.size());

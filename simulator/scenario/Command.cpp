@@ -8,7 +8,7 @@ CommandPhase commandPhase(CommandKind kind)
         return CommandPhase::HostShape;
     if (kind <= CommandKind::NotificationRemove)
         return CommandPhase::World;
-    if (kind <= CommandKind::Soak)
+    if (kind <= CommandKind::AdvanceUntil)
         return CommandPhase::Acting;
     return CommandPhase::Looking;
 }
@@ -69,12 +69,14 @@ std::string_view commandName(CommandKind kind)
     case CommandKind::NotificationCenter: return "nc";
     case CommandKind::Search: return "search";
     case CommandKind::Soak: return "soak";
+    case CommandKind::AdvanceUntil: return "advance";
     case CommandKind::Shot: return "shot";
     case CommandKind::Dump: return "dump";
     case CommandKind::ExpectProperty:
     case CommandKind::ExpectAbsent:
     case CommandKind::ExpectHost: return "expect";
     case CommandKind::ExpectShot: return "expect-shot";
+    case CommandKind::Tree: return "tree";
     }
     return "?";
 }

@@ -70,6 +70,7 @@ enum class CommandKind : uint8_t {
     NotificationCenter,
     Search,
     Soak,
+    AdvanceUntil,
     // Looking: after `boot`.
     Shot,
     Dump,
@@ -77,6 +78,7 @@ enum class CommandKind : uint8_t {
     ExpectAbsent,
     ExpectHost,
     ExpectShot,
+    Tree,
 };
 
 enum class CommandPhase : uint8_t { HostShape, World, Acting, Looking };
@@ -335,6 +337,12 @@ struct SearchCommand {
     Edge edge { Edge::Right }; // meaningful when showing
 };
 
+// tree [TARGET] [all]
+struct TreeCommand {
+    std::optional<Target> target; // absent: every window
+    bool all { false };
+};
+
 // shot, dump: a relative path under --out, free of `..`.
 struct OutputFileCommand {
     std::string fileName;
@@ -365,6 +373,12 @@ struct ExpectShotCommand {
     double perceptual { 1 }; // the closeness a pixel needs to match
 };
 
+// advance until CONDITION [max=DURATION]: the condition is written as `expect` writes it.
+struct AdvanceUntilCommand {
+    std::variant<ExpectPropertyCommand, ExpectAbsentCommand, ExpectHostCommand> condition;
+    double maxSeconds { 60 };
+};
+
 using CommandPayload = std::variant<NoArguments, SystemCommand, DeviceCommand, LocaleCommand, TimeZoneCommand,
     MissingClassCommand, MissingIvarCommand, NowCommand, PrefsCommand, WriteFileCommand, CopyFileCommand,
     RemoveFileCommand, AppListCommand, AppCommand, SwitcherCommand, BatteryCommand, WeatherCommand,
@@ -372,7 +386,8 @@ using CommandPayload = std::variant<NoArguments, SystemCommand, DeviceCommand, L
     NotificationGroupingCommand, MusicCommand, VolumeCommand, AlarmCommand, TimerCommand, CallCommand,
     FaceTimeCommand, AdvanceCommand, TargetCommand, LongPressCommand, SwipeCommand, SlideCommand, ScrollCommand,
     PickCommand, SwitchCommand, RotateCommand, SearchCommand, OutputFileCommand, ExpectPropertyCommand,
-    ExpectAbsentCommand, ExpectHostCommand, NotificationRemoveCommand, SoakCommand, ExpectShotCommand, CalendarImportCommand>;
+    ExpectAbsentCommand, ExpectHostCommand, NotificationRemoveCommand, SoakCommand, ExpectShotCommand, CalendarImportCommand,
+    AdvanceUntilCommand, TreeCommand>;
 
 // One checked command. Every field holds a valid value: a player can act on
 // it without checking again.

@@ -421,12 +421,41 @@ void parseFaceTime(ScenarioLineReader& reader, Command& command)
 
 // Acting.
 
+// The longest run of the virtual clock one command may ask for: a week takes
+// seconds, so 400 days take minutes; much more is almost certainly a typo.
+constexpr double longestRun = 400 * 86400.0;
+
+std::optional<double> runLength(ScenarioLineReader& reader, const Word* word)
+{
+    auto seconds = reader.duration(word);
+    if (seconds && *seconds > longestRun) {
+        reader.error("'" + shownInMessage(reader.raw(*word)) + "' is longer than the limit of 400 days (400d) that a run may take");
+        return std::nullopt;
+    }
+    return seconds;
+}
+
+std::optional<std::variant<ExpectPropertyCommand, ExpectAbsentCommand, ExpectHostCommand>> parseCondition(ScenarioLineReader& reader, size_t first);
+
 void parseAdvance(ScenarioLineReader& reader, Command& command)
 {
-    if (!reader.expectArguments(1, 1))
+    if (!reader.expectArguments(1, SIZE_MAX))
         return;
-    auto seconds = reader.duration(&reader.argument(0));
-    set(command, CommandKind::Advance, AdvanceCommand { seconds.value_or(0) });
+    if (!reader.argumentIs(0, "until")) {
+        reader.rejectOptions("advance DURATION");
+        if (!reader.expectArguments(1, 1))
+            return;
+        auto seconds = runLength(reader, &reader.argument(0));
+        set(command, CommandKind::Advance, AdvanceCommand { seconds.value_or(0) });
+        return;
+    }
+    AdvanceUntilCommand until;
+    if (const Word* max = reader.option("max"))
+        until.maxSeconds = runLength(reader, max).value_or(until.maxSeconds);
+    if (auto condition = parseCondition(reader, 1)) {
+        until.condition = std::move(*condition);
+        set(command, CommandKind::AdvanceUntil, std::move(until));
+    }
 }
 
 void parseSoak(ScenarioLineReader& reader, Command& command)
@@ -434,7 +463,7 @@ void parseSoak(ScenarioLineReader& reader, Command& command)
     if (!reader.expectArguments(1, 1))
         return;
     SoakCommand soak;
-    soak.seconds = reader.duration(&reader.argument(0)).value_or(0);
+    soak.seconds = runLength(reader, &reader.argument(0)).value_or(0);
     soak.seed = reader.integer(reader.option("seed"), 0, 1000000000).value_or(1);
     if (const Word* step = reader.option("step"))
         soak.step = reader.duration(step).value_or(soak.step);
@@ -559,39 +588,77 @@ std::vector<std::string> splitPath(std::string_view text)
     }
 }
 
-void parseExpect(ScenarioLineReader& reader, Command& command)
+// What `expect` checks, from argument `first` on; `advance until` waits for the same.
+std::optional<std::variant<ExpectPropertyCommand, ExpectAbsentCommand, ExpectHostCommand>> parseCondition(ScenarioLineReader& reader, size_t first)
 {
-    if (!reader.expectArguments(2, SIZE_MAX))
-        return;
-    const Word& first = reader.argument(0);
-    if (!first.quoted && (first.text == "host" || first.text.starts_with("host."))) {
+    if (!reader.expectArguments(first + 2, SIZE_MAX))
+        return std::nullopt;
+    const Word& subject = reader.argument(first);
+    if (!subject.quoted && (subject.text == "host" || subject.text.starts_with("host."))) {
         ExpectHostCommand expect;
-        if (first.text.size() > 4)
-            expect.path = splitPath(std::string_view(first.text).substr(5));
+        if (subject.text.size() > 4)
+            expect.path = splitPath(std::string_view(subject.text).substr(5));
         if (std::any_of(expect.path.begin(), expect.path.end(), [](const std::string& component) { return component.empty(); }))
-            reader.expected(first, "a path like host.timer.state");
-        auto value = reader.expectedValue(1);
+            reader.expected(subject, "a path like host.timer.state");
+        auto value = reader.expectedValue(first + 1);
         expect.value = value.value_or(nullptr);
-        set(command, CommandKind::ExpectHost, std::move(expect));
-        return;
+        return expect;
     }
 
-    auto target = reader.target(&first);
-    if (reader.argumentCount() == 2 && reader.argumentIs(1, "absent")) {
-        set(command, CommandKind::ExpectAbsent, ExpectAbsentCommand { target.value_or(Target {}) });
-        return;
-    }
-    if (!reader.expectArguments(3, SIZE_MAX))
-        return;
+    auto target = reader.target(&subject);
+    if (reader.argumentCount() == first + 2 && reader.argumentIs(first + 1, "absent"))
+        return ExpectAbsentCommand { target.value_or(Target {}) };
+    if (!reader.expectArguments(first + 3, SIZE_MAX))
+        return std::nullopt;
     ExpectPropertyCommand expect;
     expect.target = target.value_or(Target {});
-    if (auto property = reader.text(&reader.argument(1))) {
+    if (auto property = reader.text(&reader.argument(first + 1))) {
         expect.property = splitPath(*property);
         if (std::any_of(expect.property.begin(), expect.property.end(), [](const std::string& component) { return component.empty(); }))
-            reader.expected(reader.argument(1), "a property of the view's dump like text or frame.2");
+            reader.expected(reader.argument(first + 1), "a property of the view's dump like text or frame.2");
     }
-    expect.value = reader.expectedValue(2).value_or(nullptr);
-    set(command, CommandKind::ExpectProperty, std::move(expect));
+    expect.value = reader.expectedValue(first + 2).value_or(nullptr);
+    return expect;
+}
+
+void parseExpect(ScenarioLineReader& reader, Command& command)
+{
+    auto condition = parseCondition(reader, 0);
+    if (!condition)
+        return;
+    std::visit(
+        [&](auto& expect) {
+            using T = std::decay_t<decltype(expect)>;
+            constexpr CommandKind kind = std::is_same_v<T, ExpectHostCommand> ? CommandKind::ExpectHost
+                : std::is_same_v<T, ExpectAbsentCommand>                        ? CommandKind::ExpectAbsent
+                                                                                : CommandKind::ExpectProperty;
+            set(command, kind, std::move(expect));
+        },
+        *condition);
+}
+
+void parseTree(ScenarioLineReader& reader, Command& command)
+{
+    if (!reader.expectArguments(0, 2))
+        return;
+    TreeCommand tree;
+    size_t count = reader.argumentCount();
+    if (count > 0 && reader.argumentIs(count - 1, "all")) {
+        tree.all = true;
+        --count;
+    }
+    if (count == 2) {
+        reader.error("unexpected '" + shownInMessage(reader.raw(reader.argument(1))) + "': usage is 'tree [TARGET] [all]'");
+        return;
+    }
+    if (count == 1) {
+        tree.target = reader.target(&reader.argument(0));
+        if (tree.target && tree.target->kind == Target::Kind::Point) {
+            reader.error("tree needs a view, as #name or ClassName, not a point");
+            return;
+        }
+    }
+    set(command, CommandKind::Tree, std::move(tree));
 }
 
 void parseExpectShot(ScenarioLineReader& reader, Command& command)
@@ -653,7 +720,7 @@ const std::vector<CommandForm>& commandForms()
         { "facetime", Phase::World, "facetime active|invitation|none", {}, parseFaceTime },
 
         { "boot", Phase::Acting, "boot", {}, [](ScenarioLineReader& r, Command& c) { parseNoArguments(r, c, CommandKind::Boot); } },
-        { "advance", Phase::Acting, "advance DURATION", {}, parseAdvance },
+        { "advance", Phase::Acting, "advance DURATION or advance until TARGET PROPERTY VALUE|host.PATH VALUE [max=DURATION]", { "max" }, parseAdvance },
         { "tap", Phase::Acting, "tap TARGET", {}, [](ScenarioLineReader& r, Command& c) { parseTargetOnly(r, c, CommandKind::Tap); } },
         { "doubletap", Phase::Acting, "doubletap TARGET", {}, [](ScenarioLineReader& r, Command& c) { parseTargetOnly(r, c, CommandKind::DoubleTap); } },
         { "longpress", Phase::Acting, "longpress TARGET [DURATION]", {}, parseLongPress },
@@ -675,6 +742,7 @@ const std::vector<CommandForm>& commandForms()
         { "dump", Phase::Looking, "dump FILE.json", {}, [](ScenarioLineReader& r, Command& c) { parseOutputFile(r, c, CommandKind::Dump, ".json"); } },
         { "expect", Phase::Looking, "expect TARGET PROPERTY VALUE, expect TARGET absent or expect host.PATH VALUE", {}, parseExpect },
         { "expect-shot", Phase::Looking, "expect-shot REF.png [TARGET] [precision=F] [perceptual=F]", { "precision", "perceptual" }, parseExpectShot },
+        { "tree", Phase::Looking, "tree [TARGET] [all]", {}, parseTree },
     };
     return forms;
 }
@@ -688,12 +756,22 @@ const CommandForm* commandFormNamed(std::string_view name)
     return nullptr;
 }
 
-// The place of `boot` in the scenario, for the ordering rules.
+// What the ordering rules need to know of the lines read so far.
 struct Progress {
-    int bootLine { 0 };
+    int bootLine { 0 }; // the latest boot
+    // A host-shape command after a boot: it shapes the fresh host of a later
+    // boot, so no acting or looking command may come between it and that boot.
+    int pendingShapeLine { 0 };
+    std::string pendingShapeName;
 };
 
-std::optional<Command> parseLine(std::string_view line, const std::string& fileName, int lineNumber, Progress& progress, std::vector<std::string>& errors)
+std::string shapeAfterBootMessage(std::string_view name, int bootLine)
+{
+    return "'" + std::string(name) + "' shapes the host and must come before boot (line " + std::to_string(bootLine)
+        + "), or before a later boot, which starts a fresh host";
+}
+
+std::optional<Command> parseLine(std::string_view line, const std::string& fileName, int lineNumber, Progress& progress, std::vector<std::string>& errors, std::vector<Diagnostic>& misplaced)
 {
     LexedLine lexed = ScenarioLexer::splitWords(line);
     if (lexed.error) {
@@ -722,30 +800,28 @@ std::optional<Command> parseLine(std::string_view line, const std::string& fileN
     reader.checkOptions(form->options);
     form->parse(reader, command);
 
+    errors = reader.errors();
     if (form->name == "boot") {
-        if (progress.bootLine)
-            reader.error("boot may be given only once (first at line " + std::to_string(progress.bootLine) + ")");
-        else
-            progress.bootLine = lineNumber;
+        progress.bootLine = lineNumber;
+        progress.pendingShapeLine = 0;
     } else if (form->phase == CommandPhase::HostShape && progress.bootLine) {
-        reader.error("'" + std::string(form->name) + "' shapes the host and must come before boot (line " + std::to_string(progress.bootLine) + ")");
-    } else if ((form->phase == CommandPhase::Acting || form->phase == CommandPhase::Looking) && !progress.bootLine) {
-        reader.error("'" + std::string(form->name) + "' needs the running host: it must come after boot");
+        if (!progress.pendingShapeLine) {
+            progress.pendingShapeLine = lineNumber;
+            progress.pendingShapeName = form->name;
+        }
+    } else if (form->phase == CommandPhase::Acting || form->phase == CommandPhase::Looking) {
+        if (!progress.bootLine)
+            errors.push_back("'" + std::string(form->name) + "' needs the running host: it must come after boot");
+        else if (progress.pendingShapeLine)
+            misplaced.push_back({ fileName, progress.pendingShapeLine, shapeAfterBootMessage(progress.pendingShapeName, progress.bootLine) });
+        progress.pendingShapeLine = 0;
     }
 
-    errors = reader.errors();
-    if (reader.failed())
+    if (!errors.empty())
         return std::nullopt;
     return command;
 }
 
-}
-
-std::string Diagnostic::toString() const
-{
-    if (line <= 0)
-        return file + ": " + message;
-    return file + ":" + std::to_string(line) + ": " + message;
 }
 
 std::string ScenarioParseResult::diagnosticText() const
@@ -765,24 +841,31 @@ ScenarioParseResult ScenarioParser::parseText(std::string_view text, const std::
     for (size_t index = 0; index < lines.size(); ++index) {
         int lineNumber = static_cast<int>(index + 1);
         std::vector<std::string> errors;
+        std::vector<Diagnostic> misplaced;
         std::optional<Command> command;
         try {
-            command = parseLine(lines[index], fileName, lineNumber, progress, errors);
+            command = parseLine(lines[index], fileName, lineNumber, progress, errors, misplaced);
         } catch (const std::exception& exception) {
             // Only running out of memory gets here; report it as a value all the same.
             errors = { std::string("cannot read this line: ") + exception.what() };
         }
         if (command)
             result.commands.push_back(std::move(*command));
-        for (std::string& message : errors) {
+        for (std::string& message : errors)
+            misplaced.push_back({ fileName, lineNumber, std::move(message) });
+        for (Diagnostic& diagnostic : misplaced) {
             if (result.diagnostics.size() == maximumDiagnostics) {
                 result.diagnostics.push_back({ fileName, lineNumber, "too many mistakes; stopping here" });
                 result.commands.clear();
                 return result;
             }
-            result.diagnostics.push_back({ fileName, lineNumber, std::move(message) });
+            result.diagnostics.push_back(std::move(diagnostic));
         }
     }
+    if (progress.pendingShapeLine)
+        result.diagnostics.push_back({ fileName, progress.pendingShapeLine, "'" + progress.pendingShapeName + "' shapes the host, but no boot follows it" });
+    // A misplaced host-shape line is only known once a later line acts.
+    std::stable_sort(result.diagnostics.begin(), result.diagnostics.end(), [](const Diagnostic& a, const Diagnostic& b) { return a.line < b.line; });
     if (!result.diagnostics.empty())
         result.commands.clear();
     return result;

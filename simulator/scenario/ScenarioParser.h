@@ -1,21 +1,13 @@
 #pragma once
 
 #include "Command.h"
+#include "Diagnostic.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace sim {
-
-struct Diagnostic {
-    std::string file;
-    int line { 0 }; // 0 when the problem is the file as a whole
-    std::string message;
-
-    // "FILE:LINE: message", or "FILE: message" without a line.
-    std::string toString() const;
-};
 
 struct ScenarioParseResult {
     // Empty whenever there are diagnostics: a scenario plays whole or not at all.

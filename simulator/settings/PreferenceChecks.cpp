@@ -2,7 +2,7 @@
 
 #include "BuildPaths.h"
 
-#include <ostream>
+#include <algorithm>
 
 namespace sim {
 
@@ -19,7 +19,7 @@ std::vector<Diagnostic> PreferenceChecks::run(const std::vector<Command>& comman
     return warnings;
 }
 
-size_t PreferenceChecks::printWarnings(const std::vector<Command>& commands, std::ostream& out)
+size_t PreferenceChecks::warn(const std::vector<Command>& commands, Warnings& warnings)
 {
     auto firstPrefs = std::find_if(commands.begin(), commands.end(), [](const Command& c) { return c.kind == CommandKind::Prefs; });
     if (firstPrefs == commands.end())
@@ -27,13 +27,13 @@ size_t PreferenceChecks::printWarnings(const std::vector<Command>& commands, std
     std::string error;
     auto pane = SettingsPane::load(BuildPaths::locate().settingsPane / "Root.plist", error);
     if (!pane) {
-        out << firstPrefs->location() << ": warning: preferences are not checked: " << error << "\n";
+        warnings.warn(*firstPrefs, "preferences are not checked: " + error);
         return 1;
     }
-    auto warnings = run(commands, *pane);
-    for (const Diagnostic& warning : warnings)
-        out << warning.file << ":" << warning.line << ": warning: " << warning.message << "\n";
-    return warnings.size();
+    auto found = run(commands, *pane);
+    for (const Diagnostic& warning : found)
+        warnings.warn(warning.file, warning.line, warning.message);
+    return found.size();
 }
 
 }

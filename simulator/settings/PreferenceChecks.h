@@ -2,8 +2,8 @@
 
 #include "settings/SettingsPane.h"
 #include "scenario/ScenarioParser.h"
+#include "scenario/Warnings.h"
 
-#include <iosfwd>
 #include <vector>
 
 namespace sim {
@@ -14,9 +14,9 @@ namespace sim {
 class PreferenceChecks {
 public:
     static std::vector<Diagnostic> run(const std::vector<Command>&, const SettingsPane&);
-    // Reads the pane beside the build (or KAVELIN_SETTINGS_PANE) and prints
-    // each warning as `FILE:LINE: warning: ...`; answers how many there were.
-    static size_t printWarnings(const std::vector<Command>&, std::ostream&);
+    // Reads the pane beside the build (or KAVELIN_SETTINGS_PANE) and gives
+    // each finding to `warnings`; answers how many there were.
+    static size_t warn(const std::vector<Command>&, Warnings&);
 };
 
 }

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
 
 using namespace sim;
 
@@ -49,8 +52,10 @@ TEST(CommandLine, UsageMistakesAreErrors)
 {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         { { "--verbose" }, "unknown option '--verbose'" },
-        { { "--outdir=x" }, "unknown option '--outdir'" },
+        { { "--outdir=x" }, "unknown option '--outdir', did you mean --out?" },
+        { { "--strct" }, "unknown option '--strct', did you mean --strict?" },
         { { "-x" }, "unknown option '-x'" },
+        { { "--trace=yes" }, "option '--trace' takes no value" },
         { { "--out" }, "option '--out' needs a folder" },
         { { "--root=" }, "option '--root' needs a folder" },
         { { "--out", "a", "--out", "b" }, "option '--out' is given twice" },
@@ -64,4 +69,26 @@ TEST(CommandLine, UsageMistakesAreErrors)
         EXPECT_EQ(commandLine.error(), message);
     }
     EXPECT_NE(CommandLine::usage().find("usage: kavelin-sim [SCENARIO] [--out DIR] [--root DIR]"), std::string::npos);
+}
+
+TEST(CommandLine, ReadsTheFlags)
+{
+    CommandLine commandLine = parse({ "--strict", "day.scenario", "--trace" });
+    ASSERT_TRUE(commandLine.isValid()) << commandLine.error();
+    EXPECT_TRUE(commandLine.options().strict);
+    EXPECT_TRUE(commandLine.options().trace);
+    EXPECT_FALSE(commandLine.options().printDemo);
+    EXPECT_TRUE(parse({ "--version" }).options().version);
+    EXPECT_TRUE(parse({ "--print-demo" }).options().printDemo);
+}
+
+TEST(CommandLine, AnOutputFolderThatIsAFileIsAUsageMistake)
+{
+    auto file = std::filesystem::temp_directory_path() / ("kavelin-cli-" + std::to_string(::getpid()));
+    std::ofstream(file) << "not a folder";
+    CommandLine commandLine = parse({ "--out", file.string() });
+    EXPECT_EQ(commandLine.error(), "--out names '" + file.string() + "', which is a file, not a folder");
+    std::filesystem::remove(file);
+    // A folder that does not exist yet is made when the scenario plays.
+    EXPECT_TRUE(parse({ "--out", file.string() }).isValid());
 }

@@ -303,13 +303,19 @@ TEST(ScenarioParser, ExpectValuesAreJsonOrOneQuotedString)
 
 TEST(ScenarioParser, EnforcesTheOrderOfHostShapeBootAndActing)
 {
-    auto result = ScenarioParser::parseText("tap #x\nshot a.png\nboot\ndevice iphone5\nnow +1m\nboot\n", "s");
-    ASSERT_EQ(result.diagnostics.size(), 4u);
+    auto result = ScenarioParser::parseText("tap #x\nshot a.png\nboot\ndevice iphone5\nnow +1m\nhome\nlocale en_GB\nboot\nvolume x\ntimezone UTC\n", "s");
+    ASSERT_EQ(result.diagnostics.size(), 5u);
     EXPECT_EQ(result.diagnostics[0].toString(), "s:1: 'tap' needs the running host: it must come after boot");
     EXPECT_EQ(result.diagnostics[1].line, 2);
-    EXPECT_EQ(result.diagnostics[2].toString(), "s:4: 'device' shapes the host and must come before boot (line 3)");
-    EXPECT_EQ(result.diagnostics[3].toString(), "s:6: boot may be given only once (first at line 3)");
+    // Known only when `home` acts on the host that `device` came too late for.
+    EXPECT_EQ(result.diagnostics[2].toString(), "s:4: 'device' shapes the host and must come before boot (line 3), or before a later boot, which starts a fresh host");
+    EXPECT_EQ(result.diagnostics[3].line, 9);
+    EXPECT_EQ(result.diagnostics[4].toString(), "s:10: 'timezone' shapes the host, but no boot follows it");
     EXPECT_TRUE(result.commands.empty());
+
+    // Host shape between two boots shapes the second one's fresh host.
+    auto twoBoots = ScenarioParser::parseText("boot\nhome\ndevice iphone5\nboot\nhome\n", "s");
+    EXPECT_TRUE(twoBoots.ok()) << twoBoots.diagnosticText();
 
     auto good = ScenarioParser::parseText("now 2026-01-01T00:00\ndevice iphone5\nboot\nnow +1m\nhome\n", "s");
     EXPECT_TRUE(good.ok());
@@ -355,6 +361,6 @@ TEST(ScenarioParser, ExampleScenariosParseCleanlyAndCoverEveryCommand)
         ++files;
     }
     EXPECT_GE(files, 3u);
-    for (int kind = 0; kind <= static_cast<int>(CommandKind::ExpectHost); ++kind)
+    for (int kind = 0; kind <= static_cast<int>(CommandKind::Tree); ++kind)
         EXPECT_TRUE(seen.contains(static_cast<CommandKind>(kind))) << commandName(static_cast<CommandKind>(kind)) << " (" << kind << ")";
 }

@@ -175,6 +175,14 @@ static const std::map<std::string, Drawing>& drawings()
 
 bool isKnownIcon(const std::string& icon) { return drawings().count(icon) != 0; }
 
+std::vector<std::string> knownIcons()
+{
+    std::vector<std::string> names;
+    for (const auto& entry : drawings())
+        names.push_back(entry.first);
+    return names;
+}
+
 RefPtr<UIImage> conditionImage(const std::string& icon)
 {
     auto found = drawings().find(icon);

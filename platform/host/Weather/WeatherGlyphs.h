@@ -3,6 +3,7 @@
 #include <UIKit/UIImage.h>
 
 #include <string>
+#include <vector>
 
 // The weather app's condition icons, drawn by code as thin white line
 // glyphs: "sunny", "clear" (night), "partly-cloudy", "cloudy", "rain",
@@ -15,5 +16,7 @@ static constexpr double side = 64;
 RefPtr<UIImage> conditionImage(const std::string& icon);
 // Whether the name is one of the icons above.
 bool isKnownIcon(const std::string& icon);
+// The names of the icons above, in alphabetical order.
+std::vector<std::string> knownIcons();
 
 } // namespace WeatherGlyphs
