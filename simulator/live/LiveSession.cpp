@@ -1,7 +1,9 @@
 #include "LiveSession.h"
 
 #include "Simulator.h"
+#include "scenario/ScenarioLexer.h"
 #include "scenario/ScenarioParser.h"
+#include "scenario/ScenarioParts.h"
 
 #include <algorithm>
 #include <fstream>
@@ -105,6 +107,22 @@ int LiveSession::open(const std::optional<std::string>& scenarioPath, const std:
     if (!parsed.ok()) {
         std::cerr << parsed.diagnosticText();
         return ExitCannotPlay;
+    }
+    if (auto parts = splitIntoParts(parsed.commands); parts.size() > 1) {
+        // One phone shows one boot: the last part, its setup and its own
+        // lines, each kept on its line so that messages name the file's lines.
+        const std::vector<Command>& last = parts.back().commands;
+        std::vector<std::string_view> lines = ScenarioLexer::splitLines(text);
+        std::string kept;
+        for (size_t index = 0, next = 0; index < lines.size(); ++index) {
+            bool inPart = next < last.size() && last[next].line == static_cast<int>(index + 1);
+            kept += inPart ? std::string(lines[index]) + "\n" : "\n";
+            next += inPart;
+        }
+        std::cerr << "kavelin-sim: " << fileName << " boots " << parts.size() << " times; the live preview plays its last boot (line "
+                  << std::find_if(last.begin(), last.end(), [](const Command& c) { return c.kind == CommandKind::Boot; })->line << ")\n";
+        text = std::move(kept);
+        parsed = ScenarioParser::parseText(text, fileName);
     }
 
     std::lock_guard phone(m_phoneLock);
@@ -229,6 +247,12 @@ LiveSession::Answer LiveSession::play(std::string_view text)
 void LiveSession::playActs(const LiveBatch& batch, Report& report)
 {
     PlayOutcome outcome = m_phone.play({ LiveBatch::fileName, batch.actsText, true }, [this](const WorkerMessage& message) { onProgress(message); });
+    for (std::string_view rest = outcome.warnings; !rest.empty();) {
+        std::string_view warning = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(rest.size(), warning.size() + 1));
+        if (!warning.empty())
+            report.warnings.emplace_back(warning);
+    }
     for (const PlayedLine& line : outcome.lines) {
         report.output += line.output;
         const Command* command = batch.actAtLine(line.line);

@@ -29,6 +29,8 @@ struct PlayedLine {
 struct PlayOutcome {
     // In order. A line with status 2 or 3 is the last: it ended the play.
     std::vector<PlayedLine> lines;
+    // What the checks made before playing found, one warning a line.
+    std::string warnings;
     // A stop request ended the play between two lines.
     bool stoppedBetweenLines { false };
     // The phone itself stopped (crashed, or ended because it did not stop).

@@ -4,6 +4,7 @@
 #include "SettingsPane.h"
 #include "WorkerChannel.h"
 
+#include "ScenarioChecks.h"
 #include "Simulator.h"
 #include "ViewTree.h"
 #include "scenario/ScenarioParser.h"
@@ -81,14 +82,26 @@ bool WorkerPlayer::play(const std::string& fileName, const std::string& text, bo
         }
         return m_channel.send({ { "op", "done" }, { "errors", errors } });
     }
-    // A batch of many short lines reports and stops between lines as a long
-    // line does between run-loop events.
-    m_nextProgress = std::chrono::steady_clock::now() + progressInterval;
-    m_nextPicture = m_nextProgress;
+    std::vector<Command> commands;
     for (Command& command : parsed.commands) {
         if (afterBoot && command.line == 1)
             continue;
         command.line -= afterBoot ? 1 : 0;
+        commands.push_back(std::move(command));
+    }
+    // What the checks made before playing find (a preference the extension
+    // does not know, a weather icon the host has no picture for).
+    std::ostringstream checked;
+    Warnings warnings(checked);
+    ScenarioChecks::run(commands, warnings);
+    if (!checked.str().empty() && !m_channel.send({ { "op", "warnings" }, { "text", checked.str() } }))
+        return false;
+
+    // A batch of many short lines reports and stops between lines as a long
+    // line does between run-loop events.
+    m_nextProgress = std::chrono::steady_clock::now() + progressInterval;
+    m_nextPicture = m_nextProgress;
+    for (Command& command : commands) {
         if (m_shouldStop())
             return m_channel.send({ { "op", "done" }, { "stopped", true } });
 

@@ -178,6 +178,8 @@ PlayOutcome WorkerProcess::play(const PlayRequest& request, const ProgressHandle
             if (header.contains("playedAs") && header["playedAs"].is_string())
                 line.playedAs = header["playedAs"].get<std::string>();
             outcome.lines.push_back(std::move(line));
+        } else if (op == "warnings") {
+            outcome.warnings += header.value("text", "");
         } else if (op == "done") {
             outcome.stoppedBetweenLines = header.value("stopped", false);
             // The worker reads what it was sent again; a mistake found there

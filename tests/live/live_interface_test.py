@@ -24,11 +24,11 @@ SIM = None
 
 
 class LiveServer:
-    def __init__(self, folder):
+    def __init__(self, folder, scenario=()):
         self.out = os.path.join(folder, "out")
         self.root = os.path.join(folder, "root")
         self.process = subprocess.Popen(
-            [SIM, "--live", "--port", "0", "--out", self.out, "--root", self.root],
+            [SIM, "--live", *scenario, "--port", "0", "--out", self.out, "--root", self.root],
             stdout=subprocess.PIPE, stderr=sys.stderr, text=True)
         ready, _, _ = select.select([self.process.stdout], [], [], 60)
         if not ready:
@@ -199,6 +199,11 @@ class LiveInterfaceTest(unittest.TestCase):
         self.assertEqual(len(answer["failed"]), 1)
         self.assertEqual(s.transcript(), transcript)
 
+        status, answer = s.play("prefs locaton 2")
+        self.assertEqual(status, 200)
+        self.assertIn("live:1: warning: the extension has no preference 'locaton', did you mean 'location'?", answer["warnings"][0])
+        transcript = s.transcript()
+
         status, headers, picture = s.request("GET", "/shot.png")
         self.assertEqual(status, 200)
         self.assertEqual(headers["Content-Type"], "image/png")
@@ -297,6 +302,17 @@ class LiveInterfaceTest(unittest.TestCase):
 
 
 class LiveServerStartTest(unittest.TestCase):
+    def test_a_scenario_that_boots_twice_shows_its_last_boot(self):
+        with tempfile.TemporaryDirectory(prefix="kavelin-live-") as folder:
+            scenario = os.path.join(folder, "two.scenario")
+            with open(scenario, "w") as file:
+                file.write('now 2026-11-21T08:00:00\nboot\nadvance 1s\ndevice iphone5\nboot\nadvance 2s\n')
+            server = LiveServer(folder, [scenario])
+            try:
+                self.assertEqual(server.transcript(), "now 2026-11-21T08:00:00\ndevice iphone5\nboot\nadvance 2s\n")
+            finally:
+                self.assertEqual(server.stop(), 0)
+
     def test_an_interrupt_ends_a_long_starting_scenario(self):
         with tempfile.TemporaryDirectory(prefix="kavelin-live-") as folder:
             scenario = os.path.join(folder, "long.scenario")
