@@ -588,7 +588,10 @@ std::optional<CGPoint> Simulator::aimFinger(const Command& command, const Target
         fail(command, ExitCannotPlay, "nothing on screen matches " + target.toString());
         return std::nullopt;
     }
-    TouchProbe probe = TouchProbe::at(*point);
+    auto gesture = command.kind == CommandKind::LongPress ? TouchProbe::Gesture::LongPress
+        : command.kind == CommandKind::Tap || command.kind == CommandKind::DoubleTap ? TouchProbe::Gesture::Tap
+                                                                                     : TouchProbe::Gesture::Swipe;
+    TouchProbe probe = TouchProbe::at(*point, gesture);
     if (requiredClass) {
         // The view named, or for a point the view under it or one of its ancestors.
         objc::Class* required = objc::Runtime::shared().classNamed(requiredClass);
@@ -604,7 +607,7 @@ std::optional<CGPoint> Simulator::aimFinger(const Command& command, const Target
     }
     trace(command, " at " + pointText(*point) + " -> " + probe.description());
     if (!requiredClass && !probe.wasTaken()) {
-        if (!warn(command, "nothing took the touch at " + pointText(*point) + " (no gesture recogniser or control there)"))
+        if (!warn(command, "nothing took the " + std::string(commandName(command.kind)) + " at " + pointText(*point) + " (no control, and no gesture recogniser for it, there)"))
             return std::nullopt;
     }
     return point;

@@ -429,7 +429,8 @@ std::optional<double> runLength(ScenarioLineReader& reader, const Word* word)
 {
     auto seconds = reader.duration(word);
     if (seconds && *seconds > longestRun) {
-        reader.error("'" + shownInMessage(reader.raw(*word)) + "' is longer than the limit of 400 days (400d) that a run may take");
+        std::string context = word->isOption() ? "option '" + word->key + "': " : "";
+        reader.error(context + "'" + shownInMessage(reader.raw(*word)) + "' is longer than the limit of 400 days (400d) that a run may take");
         return std::nullopt;
     }
     return seconds;

@@ -364,3 +364,26 @@ TEST(ScenarioParser, ExampleScenariosParseCleanlyAndCoverEveryCommand)
     for (int kind = 0; kind <= static_cast<int>(CommandKind::Tree); ++kind)
         EXPECT_TRUE(seen.contains(static_cast<CommandKind>(kind))) << commandName(static_cast<CommandKind>(kind)) << " (" << kind << ")";
 }
+
+TEST(ScenarioParser, AdvanceUntilTakesWhatExpectTakesAndTreeItsTarget)
+{
+    auto host = single("advance until host.timer.state 2 max=5s").as<AdvanceUntilCommand>();
+    EXPECT_EQ(host.maxSeconds, 5);
+    EXPECT_EQ(std::get<ExpectHostCommand>(host.condition).path, (std::vector<std::string> { "timer", "state" }));
+    auto property = single("advance until #_headerLabel@1 text \"No notifications\"").as<AdvanceUntilCommand>();
+    EXPECT_EQ(property.maxSeconds, 60);
+    EXPECT_EQ(std::get<ExpectPropertyCommand>(property.condition).target.index, 1);
+    EXPECT_TRUE(std::holds_alternative<ExpectAbsentCommand>(single("advance until KVTimeDisplayView absent").as<AdvanceUntilCommand>().condition));
+
+    auto tree = single("tree #tableView all").as<TreeCommand>();
+    EXPECT_TRUE(tree.all);
+    EXPECT_EQ(tree.target->name, "tableView");
+    EXPECT_FALSE(single("tree").as<TreeCommand>().target);
+
+    EXPECT_EQ(firstDiagnostic("advance 1s max=2s"), "'advance DURATION' takes no options, got 'max=2s'");
+    EXPECT_EQ(firstDiagnostic("advance until #x text"), "missing argument: usage is 'advance DURATION or advance until TARGET PROPERTY VALUE|host.PATH VALUE [max=DURATION]'");
+    EXPECT_EQ(firstDiagnostic("advance until host.locked true max=401d"), "option 'max': '401d' is longer than the limit of 400 days (400d) that a run may take");
+    EXPECT_EQ(firstDiagnostic("advance 400d"), "(none)");
+    EXPECT_EQ(firstDiagnostic("tree 10,20"), "tree needs a view, as #name or ClassName, not a point");
+    EXPECT_EQ(firstDiagnostic("tree #a #b"), "unexpected '#b': usage is 'tree [TARGET] [all]'");
+}
