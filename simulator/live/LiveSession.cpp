@@ -403,11 +403,17 @@ std::optional<LiveSession::Snapshot> LiveSession::snapshot(std::optional<Cached>
             return std::nullopt;
         return Snapshot { kept->bytes, kept->generation, busy || kept->generation != m_generation };
     };
-    {
-        std::lock_guard lock(m_stateLock);
+    // The one taken since the last change, if any (m_stateLock held).
+    auto current = [&]() -> std::optional<Snapshot> {
         const auto& kept = this->*cache;
         if (kept && kept->generation == m_generation)
             return Snapshot { kept->bytes, kept->generation, false };
+        return std::nullopt;
+    };
+    {
+        std::lock_guard lock(m_stateLock);
+        if (auto snapshot = current())
+            return snapshot;
     }
     std::unique_lock phone(m_phoneLock, std::defer_lock);
     if (m_busy || !phone.try_lock_for(waitForPhone))
@@ -415,6 +421,9 @@ std::optional<LiveSession::Snapshot> LiveSession::snapshot(std::optional<Cached>
     uint64_t generation;
     {
         std::lock_guard lock(m_stateLock);
+        // Another request may have taken it while this one waited.
+        if (auto snapshot = current())
+            return snapshot;
         if (!m_phoneProblem.empty())
             return cached(false);
         generation = m_generation;
