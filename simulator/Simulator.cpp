@@ -527,6 +527,16 @@ static std::string durationText(long long milliseconds)
 // Runs the clock event by event, so that a stop request is seen between two
 // events. A stopped run goes on to the next whole millisecond, and the line
 // that replays it advances exactly as far: the same events in the same order.
+void Simulator::stopClockShort(double start)
+{
+    auto milliseconds = static_cast<long long>(std::ceil((VirtualClock::shared().monotonic() - start) * 1000));
+    while (start + *parseDuration(durationText(milliseconds)) < VirtualClock::shared().monotonic())
+        ++milliseconds;
+    std::string duration = durationText(milliseconds);
+    NSRunLoop::mainRunLoop()->runUntil(start + *parseDuration(duration));
+    m_replacementLine = "advance " + duration;
+}
+
 void Simulator::advanceWatched(double seconds)
 {
     NSRunLoop* loop = NSRunLoop::mainRunLoop();
@@ -534,12 +544,7 @@ void Simulator::advanceWatched(double seconds)
     double end = start + std::max(0.0, seconds);
     while (loop->nextEventTime() <= end) {
         if (m_shouldStop()) {
-            auto milliseconds = static_cast<long long>(std::ceil((VirtualClock::shared().monotonic() - start) * 1000));
-            while (start + *parseDuration(durationText(milliseconds)) < VirtualClock::shared().monotonic())
-                ++milliseconds;
-            std::string duration = durationText(milliseconds);
-            loop->runUntil(start + *parseDuration(duration));
-            m_replacementLine = "advance " + duration;
+            stopClockShort(start);
             return;
         }
         loop->runUntil(loop->nextEventTime());
@@ -655,6 +660,12 @@ bool Simulator::advanceUntil(const Command& command)
         if (now >= deadline) {
             trace(command, " -> did not hold");
             expectation(command, false, "waited " + secondsText(until.maxSeconds) + " for " + result.expected + "; last found " + result.found + (result.matches.empty() ? "" : " (" + result.matches + ")"));
+            return true;
+        }
+        // The live preview may stop the clock here: the line becomes the advance it did.
+        if (m_shouldStop && m_shouldStop()) {
+            stopClockShort(start);
+            trace(command, " -> stopped");
             return true;
         }
         runLoop->runUntil(std::min(deadline, runLoop->nextEventTime()));

@@ -89,6 +89,9 @@ private:
     void advanceWatched(double seconds);
 
     bool advanceUntil(const Command&);
+    // Stops a run of the clock that began at `start` at the next whole
+    // millisecond, and keeps the line that replays it (replacementLine()).
+    void stopClockShort(double start);
     bool tree(const Command&);
     // Runs the virtual clock for `seconds`, showing progress when that takes long.
     void runClock(const Command&, double seconds);
