@@ -216,8 +216,21 @@ LiveSession::Answer LiveSession::play(std::string_view text)
         if (!m_phoneProblem.empty())
             return { 503, { { "ok", false }, { "phone", "stopped" }, { "errors", { m_phoneProblem + "; a fresh phone starts with POST /restart" } } } };
     }
-    BusyScope busy(*this, batch.acts.empty() ? std::string("a fresh host") : batch.acts.front().text);
     Report report;
+    std::vector<const char*> changes;
+    {
+        BusyScope busy(*this, batch.acts.empty() ? std::string("a fresh host") : batch.acts.front().text);
+        playBatch(batch, report, changes);
+    }
+    // Told once the session is no longer busy, so that a picture asked for
+    // on the news is taken afresh rather than answered from before the play.
+    for (const char* cause : changes)
+        changed(cause);
+    return answerFor(report);
+}
+
+void LiveSession::playBatch(const LiveBatch& batch, Report& report, std::vector<const char*>& changes)
+{
     if (batch.freshHost) {
         LiveTranscript previous;
         {
@@ -235,13 +248,12 @@ LiveSession::Answer LiveSession::play(std::string_view text)
         } else if (report.phoneProblem.empty()) {
             report.played += static_cast<int>(batch.shape.size());
         }
-        changed("restart");
+        changes.push_back("restart");
     }
     if (!batch.acts.empty() && report.phoneProblem.empty() && !report.mistake) {
         playActs(batch, report);
-        changed("play");
+        changes.push_back("play");
     }
-    return answerFor(report);
 }
 
 void LiveSession::playActs(const LiveBatch& batch, Report& report)
@@ -381,14 +393,16 @@ LiveSession::Answer LiveSession::restart()
     std::unique_lock phone(m_phoneLock, std::defer_lock);
     if (!phone.try_lock_for(waitForPhone) || m_shuttingDown)
         return { 409, { { "ok", false }, { "busy", true }, { "errors", { "the phone is busy; wait, or cancel what it plays" } } } };
-    BusyScope busy(*this, "a fresh host");
-    LiveTranscript transcript;
-    {
-        std::lock_guard lock(m_stateLock);
-        transcript = m_transcript;
-    }
     Report report;
-    replay(transcript, report);
+    {
+        BusyScope busy(*this, "a fresh host");
+        LiveTranscript transcript;
+        {
+            std::lock_guard lock(m_stateLock);
+            transcript = m_transcript;
+        }
+        replay(transcript, report);
+    }
     changed("restart");
     return answerFor(report);
 }

@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace sim::live {
 
@@ -66,6 +67,8 @@ private:
     };
 
     bool replay(const LiveTranscript&, Report&);
+    // Causes of the screen events to send once the batch is over.
+    void playBatch(const LiveBatch&, Report&, std::vector<const char*>& changes);
     void playActs(const LiveBatch&, Report&);
     Answer answerFor(const Report&) const;
     void phoneStopped(const std::string& message, Report&);
