@@ -5,11 +5,14 @@
 #include <cairo.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <filesystem>
+#include <fcntl.h>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <sys/stat.h>
+#include <unistd.h>
 
 OBJC_IMPLEMENT_CLASS(UIImage, NSObject)
 {
@@ -27,10 +30,22 @@ static cairo_surface_t* createSurface(int width, int height)
 
 UIImage::UIImage(cairo_surface_t* surface, double scale, std::string name)
     : m_surface(surface)
+    , m_pixelWidth(cairo_image_surface_get_width(surface))
+    , m_pixelHeight(cairo_image_surface_get_height(surface))
     , m_scale(scale > 0 ? scale : 1)
     , m_name(std::move(name))
 {
-    m_size = { pixelWidth() / m_scale, pixelHeight() / m_scale };
+    m_size = { m_pixelWidth / m_scale, m_pixelHeight / m_scale };
+}
+
+UIImage::UIImage(int pixelWidth, int pixelHeight, double scale, std::string name, PixelMaker make)
+    : m_makePixels(std::move(make))
+    , m_pixelWidth(pixelWidth)
+    , m_pixelHeight(pixelHeight)
+    , m_scale(scale > 0 ? scale : 1)
+    , m_name(std::move(name))
+{
+    m_size = { m_pixelWidth / m_scale, m_pixelHeight / m_scale };
 }
 
 UIImage::~UIImage()
@@ -38,9 +53,6 @@ UIImage::~UIImage()
     if (m_surface)
         cairo_surface_destroy(m_surface);
 }
-
-int UIImage::pixelWidth() const { return cairo_image_surface_get_width(m_surface); }
-int UIImage::pixelHeight() const { return cairo_image_surface_get_height(m_surface); }
 
 // "…/KavelinBundle.bundle/Battery/Battery60@2x.png" is the resource
 // "Battery/Battery60"; a file outside a bundle is named by its base name.
@@ -50,7 +62,7 @@ static std::string resourceName(const std::string& path)
     if (size_t bundle = name.rfind(".bundle/"); bundle != std::string::npos)
         name = name.substr(bundle + 8);
     else
-        name = std::filesystem::path(name).filename().string();
+        name = name.substr(name.rfind('/') + 1);
     if (size_t dot = name.rfind('.'); dot != std::string::npos && name.find('/', dot) == std::string::npos)
         name.resize(dot);
     for (const char* suffix : { "@2x", "@3x" }) {
@@ -60,9 +72,27 @@ static std::string resourceName(const std::string& path)
     return name;
 }
 
-static double scaleFromFileName(const std::string& path)
+// A path's folder (with its last slash), its file name's stem and its
+// extension (with the dot), as std::filesystem splits them, without the
+// cost of building paths: images are looked up by every table reload.
+struct FileNameParts {
+    std::string_view folder, stem, extension;
+};
+
+static FileNameParts splitFileName(std::string_view path)
 {
-    std::string stem = std::filesystem::path(path).stem().string();
+    size_t slash = path.rfind('/');
+    size_t start = slash == std::string_view::npos ? 0 : slash + 1;
+    std::string_view name = path.substr(start);
+    size_t dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot == 0 || name == "..")
+        dot = name.size();
+    return { path.substr(0, start), name.substr(0, dot), name.substr(dot) };
+}
+
+static double scaleFromFileName(std::string_view path)
+{
+    std::string_view stem = splitFileName(path).stem;
     if (stem.ends_with("@3x"))
         return 3;
     if (stem.ends_with("@2x"))
@@ -133,26 +163,85 @@ void cacheDecodedFile(const std::string& key, const FileVersion& version, const 
     files[key] = { version, image };
 }
 
-RefPtr<UIImage> decodePNG(const std::string& file, std::string name)
+// A file's bytes, read whole.
+struct FileBytes {
+    std::shared_ptr<unsigned char[]> data;
+    size_t size { 0 };
+};
+
+// The pixel size from a PNG's header (the signature, then the IHDR chunk
+// with the width and height as big-endian 32-bit numbers); nothing when the
+// data does not start as a PNG or is larger than cairo can hold.
+std::optional<std::pair<int, int>> pngPixelSize(const FileBytes& bytes)
+{
+    static constexpr std::array<unsigned char, 16> start { 0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n', 0, 0, 0, 13, 'I', 'H', 'D', 'R' };
+    const unsigned char* data = bytes.data.get();
+    if (bytes.size < 24 || !std::equal(start.begin(), start.end(), data))
+        return std::nullopt;
+    auto number = [&](size_t at) { return (uint32_t(data[at]) << 24) | (uint32_t(data[at + 1]) << 16) | (uint32_t(data[at + 2]) << 8) | data[at + 3]; };
+    uint32_t width = number(16);
+    uint32_t height = number(20);
+    constexpr uint32_t largest = 32767;
+    if (!width || !height || width > largest || height > largest)
+        return std::nullopt;
+    return std::pair { int(width), int(height) };
+}
+
+std::optional<FileBytes> readFile(const std::string& file, size_t size)
+{
+    int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return std::nullopt;
+    FileBytes bytes { std::make_unique_for_overwrite<unsigned char[]>(size), size };
+    size_t done = 0;
+    while (done < size) {
+        ssize_t count = ::read(descriptor, bytes.data.get() + done, size - done);
+        if (count <= 0)
+            break;
+        done += size_t(count);
+    }
+    ::close(descriptor);
+    if (done != size)
+        return std::nullopt;
+    return bytes;
+}
+
+struct PNGReader {
+    const FileBytes& bytes;
+    size_t offset { 0 };
+    static cairo_status_t read(void* closure, unsigned char* target, unsigned int length)
+    {
+        auto* reader = static_cast<PNGReader*>(closure);
+        if (reader->bytes.size - reader->offset < length)
+            return CAIRO_STATUS_READ_ERROR;
+        std::copy_n(reader->bytes.data.get() + reader->offset, length, target);
+        reader->offset += length;
+        return CAIRO_STATUS_SUCCESS;
+    }
+};
+
+// Decodes a PNG into an ARGB32 surface of the given size, transparent where
+// the data turns out damaged.
+cairo_surface_t* decodePNG(const FileBytes& data, int width, int height)
 {
     {
         std::lock_guard lock(decodedFilesLock());
         ++decodedFileTotal();
     }
-    cairo_surface_t* loaded = cairo_image_surface_create_from_png(file.c_str());
-    if (cairo_surface_status(loaded) != CAIRO_STATUS_SUCCESS) {
-        cairo_surface_destroy(loaded);
-        return nullptr;
+    cairo_surface_t* surface = createSurface(width, height);
+    PNGReader reader { data };
+    cairo_surface_t* loaded = cairo_image_surface_create_from_png_stream(&PNGReader::read, &reader);
+    if (cairo_surface_status(loaded) == CAIRO_STATUS_SUCCESS) {
+        // Opaque PNGs load as RGB24; keep every image in one format.
+        cairo_t* cr = cairo_create(surface);
+        cairo_set_source_surface(cr, loaded, 0, 0);
+        cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+        cairo_paint(cr);
+        cairo_destroy(cr);
     }
-    // Opaque PNGs load as RGB24; keep every image in one format.
-    cairo_surface_t* surface = createSurface(cairo_image_surface_get_width(loaded), cairo_image_surface_get_height(loaded));
-    cairo_t* cr = cairo_create(surface);
-    cairo_set_source_surface(cr, loaded, 0, 0);
-    cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
-    cairo_paint(cr);
-    cairo_destroy(cr);
     cairo_surface_destroy(loaded);
-    return make<UIImage>(surface, scaleFromFileName(file), std::move(name));
+    cairo_surface_flush(surface);
+    return surface;
 }
 
 } // namespace
@@ -165,10 +254,10 @@ RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
     // simulator's own artwork, which is not on the device, is read where it is.
     std::vector<std::string> candidates;
     for (const std::string& base : { NSFileManager::hostPath(path), path }) {
-        std::filesystem::path file(base);
         if (scaleFromFileName(base) == 1) {
+            auto [folder, stem, extension] = splitFileName(base);
             for (const char* suffix : { "@2x", "@3x" })
-                candidates.push_back((file.parent_path() / (file.stem().string() + suffix + file.extension().string())).string());
+                candidates.push_back(std::string(folder).append(stem).append(suffix).append(extension));
         }
         candidates.push_back(base);
     }
@@ -181,12 +270,29 @@ RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
         std::string key = candidate + '\n' + name;
         if (auto cached = cachedDecodedFile(key, version))
             return cached;
-        auto image = decodePNG(candidate, name);
-        if (image)
-            cacheDecodedFile(key, version, image);
+        // The bytes are read now, so that the pixels are those of the
+        // version the image was made from, whenever they are decoded.
+        auto data = readFile(candidate, size_t(status.st_size));
+        auto size = data ? pngPixelSize(*data) : std::nullopt;
+        if (!size)
+            return nullptr;
+        int width = size->first, height = size->second;
+        auto image = adoptRef(new UIImage(width, height, scaleFromFileName(candidate), name, [png = *data, width, height] { return decodePNG(png, width, height); }));
+        cacheDecodedFile(key, version, image);
         return image;
     }
     return nullptr;
+}
+
+cairo_surface_t* UIImage::cairoSurface() const
+{
+    std::call_once(m_made, [this] {
+        if (!m_surface) {
+            m_surface = m_makePixels();
+            m_makePixels = nullptr;
+        }
+    });
+    return m_surface;
 }
 
 size_t UIImage::decodedFileCount()
@@ -195,18 +301,31 @@ size_t UIImage::decodedFileCount()
     return decodedFileTotal();
 }
 
-RefPtr<UIImage> UIImage::imageWithSize(CGSize size, double scale, const std::function<void(cairo_t*)>& draw, std::string name)
+// The pixels of an image of `size` points drawn by code at `scale`.
+static int pixelsFor(double points, double scale) { return std::max(1, int(std::ceil(points * scale - 1e-9))); }
+
+static bool isDrawableSize(CGSize size, double scale)
 {
-    if (!(size.width > 0 && size.height > 0 && scale > 0) || size.width * scale > 16384 || size.height * scale > 16384)
-        return nullptr;
-    cairo_surface_t* surface = createSurface(int(std::ceil(size.width * scale - 1e-9)), int(std::ceil(size.height * scale - 1e-9)));
+    return size.width > 0 && size.height > 0 && scale > 0 && size.width * scale <= 16384 && size.height * scale <= 16384;
+}
+
+static cairo_surface_t* drawnSurface(CGSize size, double scale, const std::function<void(cairo_t*)>& draw)
+{
+    cairo_surface_t* surface = createSurface(pixelsFor(size.width, scale), pixelsFor(size.height, scale));
     cairo_t* cr = cairo_create(surface);
     cairo_scale(cr, scale, scale);
     if (draw)
         draw(cr);
     cairo_destroy(cr);
     cairo_surface_flush(surface);
-    auto image = make<UIImage>(surface, scale, std::move(name));
+    return surface;
+}
+
+RefPtr<UIImage> UIImage::imageWithSize(CGSize size, double scale, const std::function<void(cairo_t*)>& draw, std::string name)
+{
+    if (!isDrawableSize(size, scale))
+        return nullptr;
+    auto image = make<UIImage>(drawnSurface(size, scale, draw), scale, std::move(name));
     // The size asked for, even when it is not a whole number of pixels (7.5
     // points at 3x): the last pixel row and column are then partly covered.
     image->m_size = size;
@@ -221,9 +340,9 @@ RefPtr<UIImage> UIImage::imageWithColor(const UIColor& color, CGSize size, doubl
     }, std::move(name));
 }
 
-RefPtr<UIImage> UIImage::derived(cairo_surface_t* surface, double scale) const
+RefPtr<UIImage> UIImage::derived(int pixelWidth, int pixelHeight, double scale, PixelMaker make) const
 {
-    auto image = make<UIImage>(surface, scale, m_name);
+    auto image = adoptRef(new UIImage(pixelWidth, pixelHeight, scale, m_name, std::move(make)));
     image->m_size = m_size;
     image->m_tintColor = m_tintColor;
     image->m_renderingMode = m_renderingMode;
@@ -232,13 +351,16 @@ RefPtr<UIImage> UIImage::derived(cairo_surface_t* surface, double scale) const
 
 RefPtr<UIImage> UIImage::imageWithRenderingMode(UIImageRenderingMode mode) const
 {
-    cairo_surface_t* surface = createSurface(pixelWidth(), pixelHeight());
-    cairo_t* cr = cairo_create(surface);
-    cairo_set_source_surface(cr, m_surface, 0, 0);
-    cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
-    cairo_paint(cr);
-    cairo_destroy(cr);
-    auto image = derived(surface, m_scale);
+    RefPtr<UIImage> source(const_cast<UIImage*>(this));
+    auto image = derived(pixelWidth(), pixelHeight(), m_scale, [source] {
+        cairo_surface_t* surface = createSurface(source->pixelWidth(), source->pixelHeight());
+        cairo_t* cr = cairo_create(surface);
+        cairo_set_source_surface(cr, source->cairoSurface(), 0, 0);
+        cairo_set_operator(cr, CAIRO_OPERATOR_SOURCE);
+        cairo_paint(cr);
+        cairo_destroy(cr);
+        return surface;
+    });
     image->m_renderingMode = mode;
     return image;
 }
@@ -249,25 +371,32 @@ RefPtr<UIImage> UIImage::scaledToSize(CGSize size) const
         return nullptr;
     double density = std::max(pixelWidth() / size.width, pixelHeight() / size.height);
     double scale = std::clamp(std::ceil(density - 1e-6), 1.0, 3.0);
-    auto image = imageWithSize(size, scale, [&](cairo_t* cr) { drawInRect(cr, CGRectMake(0, 0, size.width, size.height)); }, m_name);
-    if (!image)
+    if (!isDrawableSize(size, scale))
         return nullptr;
-    image->m_tintColor = m_tintColor;
-    image->m_renderingMode = m_renderingMode;
+    RefPtr<UIImage> source(const_cast<UIImage*>(this));
+    auto image = derived(pixelsFor(size.width, scale), pixelsFor(size.height, scale), scale, [source, size, scale] {
+        return drawnSurface(size, scale, [&](cairo_t* cr) { source->drawInRect(cr, CGRectMake(0, 0, size.width, size.height)); });
+    });
+    // Exactly the size asked for, as imageWithSize.
+    image->m_size = size;
     return image;
 }
 
 RefPtr<UIImage> UIImage::tintedWithColor(const UIColor* color) const
 {
+    RefPtr<UIImage> source(const_cast<UIImage*>(this));
     if (!color)
-        return derived(cairo_surface_reference(m_surface), m_scale);
-    cairo_surface_t* surface = createSurface(pixelWidth(), pixelHeight());
-    cairo_t* cr = cairo_create(surface);
-    cairo_set_source_rgba(cr, color->red(), color->green(), color->blue(), color->alpha());
-    cairo_mask_surface(cr, m_surface, 0, 0);
-    cairo_destroy(cr);
-    auto image = derived(surface, m_scale);
-    image->m_tintColor = make<UIColor>(color->red(), color->green(), color->blue(), color->alpha());
+        return derived(pixelWidth(), pixelHeight(), m_scale, [source] { return cairo_surface_reference(source->cairoSurface()); });
+    double red = color->red(), green = color->green(), blue = color->blue(), alpha = color->alpha();
+    auto image = derived(pixelWidth(), pixelHeight(), m_scale, [source, red, green, blue, alpha] {
+        cairo_surface_t* surface = createSurface(source->pixelWidth(), source->pixelHeight());
+        cairo_t* cr = cairo_create(surface);
+        cairo_set_source_rgba(cr, red, green, blue, alpha);
+        cairo_mask_surface(cr, source->cairoSurface(), 0, 0);
+        cairo_destroy(cr);
+        return surface;
+    });
+    image->m_tintColor = make<UIColor>(red, green, blue, alpha);
     return image;
 }
 
@@ -275,8 +404,9 @@ UIImage::Pixel UIImage::pixelAt(int x, int y) const
 {
     if (x < 0 || y < 0 || x >= pixelWidth() || y >= pixelHeight())
         return {};
-    cairo_surface_flush(m_surface);
-    const unsigned char* row = cairo_image_surface_get_data(m_surface) + static_cast<size_t>(y) * cairo_image_surface_get_stride(m_surface);
+    cairo_surface_t* surface = cairoSurface();
+    cairo_surface_flush(surface);
+    const unsigned char* row = cairo_image_surface_get_data(surface) + static_cast<size_t>(y) * cairo_image_surface_get_stride(surface);
     uint32_t argb = reinterpret_cast<const uint32_t*>(row)[x];
     uint8_t alpha = argb >> 24;
     if (!alpha)
@@ -324,21 +454,30 @@ void UIImage::drawInRect(cairo_t* cr, CGRect rect, double alpha) const
     // The image's size in pixels, which a partly covered last pixel exceeds.
     double width = m_size.width * m_scale, height = m_size.height * m_scale;
     cairo_scale(cr, rect.size.width / width, rect.size.height / height);
-    cairo_set_source_surface(cr, m_surface, 0, 0);
-    cairo_pattern_t* pattern = cairo_get_source(cr);
-    // Pad so that the edges stay sharp when the image is stretched.
-    cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
-    cairo_pattern_set_filter(pattern, CAIRO_FILTER_GOOD);
     cairo_rectangle(cr, 0, 0, width, height);
     cairo_clip(cr);
-    cairo_paint_with_alpha(cr, alpha);
+    auto draw = [&] {
+        cairo_set_source_surface(cr, cairoSurface(), 0, 0);
+        cairo_pattern_t* pattern = cairo_get_source(cr);
+        // Pad so that the edges stay sharp when the image is stretched.
+        cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);
+        cairo_pattern_set_filter(pattern, CAIRO_FILTER_GOOD);
+        cairo_paint_with_alpha(cr, alpha);
+    };
+    if (long(pixelWidth()) * pixelHeight() >= ImageDrawingCache::smallestPixelCount) {
+        if (!m_drawingCache)
+            m_drawingCache = std::make_unique<ImageDrawingCache>();
+        m_drawingCache->drawImage(cr, cairoSurface(), alpha, draw);
+    } else {
+        draw();
+    }
     cairo_restore(cr);
 }
 
 std::optional<std::string> UIImage::writePNG(const std::string& path) const
 {
-    cairo_surface_flush(m_surface);
-    cairo_status_t status = cairo_surface_write_to_png(m_surface, path.c_str());
+    cairo_surface_flush(cairoSurface());
+    cairo_status_t status = cairo_surface_write_to_png(cairoSurface(), path.c_str());
     if (status != CAIRO_STATUS_SUCCESS)
         return std::string("cannot write ") + path + ": " + cairo_status_to_string(status);
     return std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ImageDrawingCache.h"
 #include "UIColor.h"
 
 #include <CoreGraphics/CGGeometry.h>
@@ -7,6 +8,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 
@@ -22,6 +25,13 @@ enum UIImageRenderingMode : int {
 // An immutable bitmap with a size in points and a scale (pixels per point),
 // as UIKit's UIImage. Pixels are premultiplied ARGB in a cairo image surface.
 //
+// An image loaded from a file is decoded when its pixels are first needed
+// (drawn or sampled), as UIKit does: loading reads the file and only the
+// PNG's header for the size. Scaled, tinted and re-moded copies are made
+// the same way, when first drawn, so that the many icons made at start-up
+// and never shown cost no decoding. The pixels are those the same steps
+// made at once would have given.
+//
 // Every image carries a `name` for dumps: the resource name for an image
 // loaded from a bundle ("Battery/Battery60"), kept by scaling and tinting, or
 // a description given by whoever made it ("artwork", "wallpaper").
@@ -32,7 +42,9 @@ public:
     UIImage(cairo_surface_t*, double scale, std::string name);
     ~UIImage() override;
 
-    // Loads a PNG file; null when it is missing or not a PNG. A "@2x" (or
+    // Loads a PNG file (its bytes, decoded when first needed); null when it
+    // is missing or does not start as a PNG. A file whose data turns out
+    // damaged when decoded draws as transparent pixels of the header's size. A "@2x" (or
     // else "@3x") variant next to the file is preferred and sets the scale,
     // as UIKit does on a Retina screen; a file without such a suffix has a
     // scale of 1, one point per pixel.
@@ -51,8 +63,8 @@ public:
 
     CGSize size() const { return m_size; }
     double scale() const { return m_scale; }
-    int pixelWidth() const;
-    int pixelHeight() const;
+    int pixelWidth() const { return m_pixelWidth; }
+    int pixelHeight() const { return m_pixelHeight; }
     const std::string& name() const { return m_name; }
     void setName(std::string name) { m_name = std::move(name); }
     // The colour the image was tinted with, or null.
@@ -70,8 +82,12 @@ public:
     // only: the pixels never change, and timers ask for it twice a second.
     RefPtr<UIColor> mergedColor() const;
 
-    // Draws the image stretched into `rect` (in the context's units).
+    // Draws the image stretched into `rect` (in the context's units). A big
+    // image keeps what it was resampled to for the last places it was drawn
+    // at (ImageDrawingCache), so that drawing it there again only copies.
     void drawInRect(cairo_t*, CGRect rect, double alpha = 1) const;
+    // How many such drawings were kept (to prove that repeats copy them).
+    size_t drawingsKept() const { return m_drawingCache ? m_drawingCache->drawingsKept() : 0; }
 
     struct Pixel {
         uint8_t red { 0 }, green { 0 }, blue { 0 }, alpha { 0 };
@@ -80,21 +96,35 @@ public:
     // One pixel, not premultiplied; transparent outside the image.
     Pixel pixelAt(int x, int y) const;
 
-    cairo_surface_t* cairoSurface() const { return m_surface; }
+    // The pixels, decoded on the first call for an image loaded from a file.
+    cairo_surface_t* cairoSurface() const;
     // Writes the image as a PNG file; answers the error, if any.
     [[nodiscard]] std::optional<std::string> writePNG(const std::string& path) const;
 
     std::string description() const override { return m_name; }
 
 private:
-    RefPtr<UIImage> derived(cairo_surface_t*, double scale) const;
+    using PixelMaker = std::function<cairo_surface_t*()>;
+    // An image whose pixels (an ARGB32 surface of the given size) `make`
+    // gives when they are first needed.
+    UIImage(int pixelWidth, int pixelHeight, double scale, std::string name, PixelMaker make);
+    // A copy made later by `make`, with this image's name, tint and mode.
+    RefPtr<UIImage> derived(int pixelWidth, int pixelHeight, double scale, PixelMaker make) const;
     RefPtr<UIColor> computeMergedColor() const;
 
-    cairo_surface_t* m_surface { nullptr };
+    // Set once: by the constructor, or by the first cairoSurface() of an
+    // image made later (which may run on any thread).
+    mutable cairo_surface_t* m_surface { nullptr };
+    mutable std::once_flag m_made;
+    mutable PixelMaker m_makePixels; // released once used
+    int m_pixelWidth { 0 };
+    int m_pixelHeight { 0 };
     CGSize m_size {};
     double m_scale { 1 };
     std::string m_name;
     RefPtr<UIColor> m_tintColor;
     mutable RefPtr<UIColor> m_mergedColor;
     UIImageRenderingMode m_renderingMode { UIImageRenderingModeAutomatic };
+    // Big images only, made on their first drawing.
+    mutable std::unique_ptr<ImageDrawingCache> m_drawingCache;
 };

@@ -83,10 +83,53 @@ TEST(UIImage, AFileLoadedAgainIsDecodedOnlyWhenItChanged)
     ASSERT_TRUE(rewritten);
     EXPECT_NE(rewritten.get(), first.get());
     EXPECT_EQ(rewritten->size(), CGSizeMake(8, 8));
+    EXPECT_EQ(rewritten->pixelAt(4, 4), (UIImage::Pixel { 0, 0, 255, 255 }));
     EXPECT_EQ(UIImage::decodedFileCount(), decoded + 1);
 
     std::filesystem::remove(file);
     EXPECT_FALSE(UIImage::imageWithContentsOfFile(file.string()));
+}
+
+// Loading reads the file and the size from its header; the pixels are
+// decoded once, when first needed, from the bytes read at loading, and
+// copies made before then give the pixels they would have given at once.
+TEST(UIImage, FilesAreDecodedWhenTheirPixelsAreFirstNeeded)
+{
+    auto file = scratchFolder() / "Lazy@2x.png";
+    ASSERT_FALSE(halfOrange()->writePNG(file.string()));
+    auto expectedCopy = halfOrange(2)->scaledToSize(CGSizeMake(7.5, 7.5))->tintedWithColor(UIColor::whiteColor().get());
+
+    size_t decoded = UIImage::decodedFileCount();
+    auto image = UIImage::imageWithContentsOfFile(file.string());
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->size(), CGSizeMake(20, 10));
+    EXPECT_EQ(image->pixelWidth(), 40);
+    auto copy = image->scaledToSize(CGSizeMake(7.5, 7.5))->tintedWithColor(UIColor::whiteColor().get());
+    EXPECT_EQ(copy->size(), expectedCopy->size());
+    EXPECT_EQ(UIImage::decodedFileCount(), decoded) << "nothing drawn yet";
+
+    // Rewritten before the first drawing: the image keeps what it was loaded from.
+    ASSERT_FALSE(UIImage::imageWithColor(*UIColor::colorWithRed(0, 0, 1, 1), CGSizeMake(40, 20))->writePNG(file.string()));
+    for (int y = 0; y < copy->pixelHeight(); ++y) {
+        for (int x = 0; x < copy->pixelWidth(); ++x)
+            ASSERT_EQ(copy->pixelAt(x, y), expectedCopy->pixelAt(x, y)) << x << "," << y;
+    }
+    EXPECT_EQ(image->pixelAt(5, 5), (UIImage::Pixel { 255, 128, 0, 255 }));
+    EXPECT_EQ(UIImage::decodedFileCount(), decoded + 1);
+
+    // A file that starts as a PNG but is cut short keeps its size and draws nothing.
+    std::string bytes;
+    {
+        std::ifstream in(file, std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    std::ofstream((scratchFolder() / "Cut.png").string(), std::ios::binary) << bytes.substr(0, 40);
+    auto cut = UIImage::imageWithContentsOfFile((scratchFolder() / "Cut.png").string());
+    ASSERT_TRUE(cut);
+    EXPECT_EQ(cut->size(), CGSizeMake(40, 20));
+    EXPECT_EQ(cut->pixelAt(5, 5).alpha, 0);
+    std::filesystem::remove(file);
+    std::filesystem::remove(scratchFolder() / "Cut.png");
 }
 
 TEST(UIImage, ScalingAndTintingKeepTheNameAndTheShape)
