@@ -148,8 +148,9 @@ void UIVisualEffectView::drawContent(RenderContext& context) const
     RenderContext::PixelRect area = context.devicePixels(local, padding);
     if (area.width <= 0 || area.height <= 0)
         return;
-    cairo_surface_t* backdrop = context.createBackdrop(area, reduction);
-    applyBlur(backdrop, *m_effect);
+    const UIBlurEffect& effect = *m_effect;
+    cairo_surface_t* backdrop = m_blurredBackdrop.blurred(context.createBackdrop(area, reduction), area, effect.style(),
+        [&effect](cairo_surface_t* surface) { applyBlur(surface, effect); });
 
     cairo_save(cr);
     addRoundedRectangle(cr, local, layer().cornerRadius());

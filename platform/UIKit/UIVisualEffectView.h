@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BlurredBackdropCache.h"
 #include "UIBlurEffect.h"
 #include "UIView.h"
 
@@ -19,9 +20,12 @@ public:
     UIView* contentView() const { return m_contentView.get(); }
 
     void drawContent(RenderContext&) const override;
+    // How many times this view's backdrop was blurred, rather than reused.
+    size_t blurCount() const { return m_blurredBackdrop.blurCount(); }
     void dumpProperties(nlohmann::json&) const override;
 
 private:
     RefPtr<UIBlurEffect> m_effect;
     RefPtr<UIView> m_contentView;
+    mutable BlurredBackdropCache m_blurredBackdrop;
 };
