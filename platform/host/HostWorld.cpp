@@ -1,6 +1,7 @@
 #include "HostWorld.h"
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 
 static std::unique_ptr<HostWorld>& currentWorld()
@@ -19,6 +20,13 @@ HostWorld& HostWorld::shared()
 
 void HostWorld::reset() { currentWorld().reset(new HostWorld()); }
 
+// Revisions of the notification store, unique across the worlds of a process.
+static uint64_t nextRevision()
+{
+    static std::atomic<uint64_t> last { 0 };
+    return ++last;
+}
+
 HostWorld::HostWorld()
     : m_apps {
         { "com.apple.mobilecal", "Calendar", "#ffffff" },
@@ -33,29 +41,33 @@ HostWorld::HostWorld()
         { "com.apple.weather", "Weather", "#3b8fd9" },
         { "com.apple.Preferences", "Settings", "#8e8e93" },
     }
+    , m_notificationsRevision(nextRevision())
     , m_calendars { { "Calendar", "#1badf8" } }
 {
+    for (size_t index = 0; index < m_apps.size(); ++index)
+        m_appIndex.emplace(m_apps[index].bundleIdentifier, index);
 }
 
 const HostWorld::App* HostWorld::appWithIdentifier(const std::string& identifier) const
 {
-    auto it = std::find_if(m_apps.begin(), m_apps.end(), [&](const App& app) { return app.bundleIdentifier == identifier; });
-    return it == m_apps.end() ? nullptr : &*it;
+    auto found = m_appIndex.find(identifier);
+    return found == m_appIndex.end() ? nullptr : &m_apps[found->second];
 }
 
 void HostWorld::installApp(App app)
 {
-    auto it = std::find_if(m_apps.begin(), m_apps.end(), [&](const App& existing) { return existing.bundleIdentifier == app.bundleIdentifier; });
-    if (it != m_apps.end())
-        *it = std::move(app);
-    else
+    auto [found, added] = m_appIndex.emplace(app.bundleIdentifier, m_apps.size());
+    if (added)
         m_apps.push_back(std::move(app));
+    else
+        m_apps[found->second] = std::move(app);
 }
 
 void HostWorld::deliverNotification(Notification notification)
 {
     notification.identifier = m_nextNotificationIdentifier++;
     m_notifications.push_back(std::move(notification));
+    m_notificationsRevision = nextRevision();
     if (m_notificationsDidChange)
         m_notificationsDidChange();
 }
@@ -66,6 +78,7 @@ bool HostWorld::removeNotification(size_t index)
         return false;
     m_removed.push_back(std::move(m_notifications[index]));
     m_notifications.erase(m_notifications.begin() + static_cast<long>(index));
+    m_notificationsRevision = nextRevision();
     if (m_notificationsDidChange)
         m_notificationsDidChange();
     return true;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 // What the host knows and what it was asked to do, beside the state its
@@ -88,6 +89,10 @@ public:
     bool notificationsGrouped() const { return m_grouped; }
     void setNotificationsGrouped(bool grouped) { m_grouped = grouped; }
     const std::vector<Notification>& removedNotifications() const { return m_removed; }
+    // Changes with every delivery and removal, and differs between worlds,
+    // so that readers can keep what they worked out from the store until it
+    // changes.
+    uint64_t notificationsRevision() const { return m_notificationsRevision; }
     // Told after every delivery and removal (the lock screen lists them).
     void setNotificationsDidChangeHandler(std::function<void()> handler) { m_notificationsDidChange = std::move(handler); }
 
@@ -117,10 +122,14 @@ private:
     HostWorld();
 
     std::vector<App> m_apps;
+    // Where each app is in m_apps: a phone with many apps is asked for one
+    // by identifier for every notification section.
+    std::unordered_map<std::string, size_t> m_appIndex;
     std::vector<std::string> m_switcher;
     std::vector<Notification> m_notifications;
     std::vector<Notification> m_removed;
     uint64_t m_nextNotificationIdentifier { 1 };
+    uint64_t m_notificationsRevision;
     std::vector<Calendar> m_calendars;
     std::vector<CalendarEvent> m_events;
     std::vector<Reminder> m_reminders;

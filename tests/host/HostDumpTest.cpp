@@ -7,7 +7,9 @@
 #include <host/SpringBoard/SBLockScreenView.h>
 #include <host/SpringBoard/SBLockScreenViewController.h>
 
+#include <Foundation/NSArray.h>
 #include <Foundation/NSProcessInfo.h>
+#include <Foundation/NSString.h>
 
 namespace {
 
@@ -111,6 +113,48 @@ TEST_F(HostState, NotificationsAreListedOnTheLockScreenAndRecordedWhenRemoved)
     EXPECT_EQ(state["removed"], nlohmann::json({ { { "app", "com.apple.MobileSMS" }, { "title", "Anna" }, { "message", "Lunch?" } } }));
     EXPECT_EQ(state["notifications"][0]["title"], nullptr);
     EXPECT_EQ(list->subviews().size(), 1u);
+}
+
+// The bulletin board answers sections in order of first delivery and each
+// section's bulletins in order of delivery, kept while their notification
+// stays, however deliveries and removals interleave.
+TEST_F(HostState, BulletinBoardFollowsDeliveriesAndRemovals)
+{
+    StrongId server = objc::send<StrongId>(objc::objc_getClass("BBServer"), "sharedInstance");
+    auto sectionIDs = [&] {
+        std::vector<std::string> identifiers;
+        auto answered = objc::castRef<NSArray>(objc::send<StrongId>(server, "allSectionIDs"));
+        for (auto& identifier : answered->objects())
+            identifiers.push_back(objc::cast<NSString>(identifier.get())->string());
+        return identifiers;
+    };
+    auto bulletins = [&](const std::string& section) { return objc::castRef<NSArray>(objc::send<StrongId>(server, "bulletinsForSectionID:", section)); };
+    auto titles = [&](const std::string& section) {
+        std::vector<std::string> found;
+        auto answered = bulletins(section);
+        for (auto& bulletin : answered->objects())
+            found.push_back(objc::send<RefPtr<NSString>>(bulletin, "title")->string());
+        return found;
+    };
+
+    host().deliverNotification({ .app = "com.apple.MobileSMS", .title = "A1" });
+    host().deliverNotification({ .app = "com.apple.mobilemail", .title = "B1" });
+    host().deliverNotification({ .app = "com.apple.MobileSMS", .title = "A2" });
+    EXPECT_EQ(sectionIDs(), (std::vector<std::string> { "com.apple.MobileSMS", "com.apple.mobilemail" }));
+    EXPECT_EQ(titles("com.apple.MobileSMS"), (std::vector<std::string> { "A1", "A2" }));
+    StrongId secondBefore = bulletins("com.apple.MobileSMS")->objectAtIndex(1);
+
+    EXPECT_TRUE(host().world().removeNotification(0));
+    host().deliverNotification({ .app = "com.apple.Music", .title = "C1" });
+    host().deliverNotification({ .app = "com.apple.MobileSMS", .title = "A3" });
+    EXPECT_EQ(sectionIDs(), (std::vector<std::string> { "com.apple.mobilemail", "com.apple.MobileSMS", "com.apple.Music" }));
+    EXPECT_EQ(titles("com.apple.MobileSMS"), (std::vector<std::string> { "A2", "A3" }));
+    EXPECT_EQ(bulletins("com.apple.MobileSMS")->objectAtIndex(0).get(), secondBefore.get()) << "kept while its notification stays";
+    EXPECT_EQ(bulletins("com.apple.unknown")->count(), 0u);
+
+    EXPECT_EQ(objc::send<long>(server, "removeBulletinsInSectionID:", std::string("com.apple.MobileSMS")), 2);
+    EXPECT_EQ(sectionIDs(), (std::vector<std::string> { "com.apple.mobilemail", "com.apple.Music" }));
+    EXPECT_TRUE(titles("com.apple.MobileSMS").empty());
 }
 
 TEST_F(HostState, ShapeIsFixedAtBoot)

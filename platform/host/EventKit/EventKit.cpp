@@ -11,6 +11,8 @@
 #include <Foundation/NSArray.h>
 #include <Foundation/NSDate.h>
 
+#include <unordered_map>
+
 OBJC_IMPLEMENT_CLASS(EKCalendar, NSObject)
 {
     c.method<&EKCalendar::title>("title");
@@ -69,18 +71,30 @@ StrongId EKEventStore::predicateForEventsWithStartDateEndDateCalendars(NSObject*
     return make<EKPredicate>(EKPredicate::Kind::Events, secondsOf(start), secondsOf(end));
 }
 
-static RefPtr<EKCalendar> calendarNamed(const std::optional<std::string>& title)
+static RefPtr<EKCalendar> makeCalendar(const std::string& title)
 {
-    if (!title)
-        return nullptr;
     RefPtr<UIColor> color;
-    const HostWorld::Calendar* calendar = HostWorld::shared().calendarWithTitle(*title);
+    const HostWorld::Calendar* calendar = HostWorld::shared().calendarWithTitle(title);
     if (calendar && calendar->color && calendar->color->size() == 7 && (*calendar->color)[0] == '#') {
         unsigned value = static_cast<unsigned>(std::strtoul(calendar->color->c_str() + 1, nullptr, 16));
         color = UIColor::colorWithRed(((value >> 16) & 0xff) / 255.0, ((value >> 8) & 0xff) / 255.0, (value & 0xff) / 255.0, 1);
     }
     // A calendar the world never defined still has its title, without a colour.
-    return make<EKCalendar>(*title, color);
+    return make<EKCalendar>(title, color);
+}
+
+// One calendar object per title within one fetch, as a store shares its
+// calendars among the items it answers (thousands of items, few calendars).
+using CalendarsByTitle = std::unordered_map<std::string, RefPtr<EKCalendar>>;
+
+static RefPtr<EKCalendar> calendarNamed(const std::optional<std::string>& title, CalendarsByTitle& made)
+{
+    if (!title)
+        return nullptr;
+    auto [found, added] = made.emplace(*title, nullptr);
+    if (added)
+        found->second = makeCalendar(*title);
+    return found->second;
 }
 
 void EKEventStore::fetchRemindersMatchingPredicate(NSObject* predicate, std::function<void(StrongId)> completion)
@@ -92,13 +106,14 @@ void EKEventStore::fetchRemindersMatchingPredicate(NSObject* predicate, std::fun
         if (!query || query->kind() != EKPredicate::Kind::IncompleteReminders)
             return completion(nullptr);
         std::vector<StrongId> reminders;
+        CalendarsByTitle calendars;
         for (auto& reminder : HostWorld::shared().reminders()) {
             if (reminder.completed || !reminder.due || *reminder.due < query->start() || *reminder.due > query->end())
                 continue;
             auto item = make<EKReminder>();
             item->setTitle(reminder.title);
             item->setNotes(reminder.notes);
-            item->setCalendar(calendarNamed(reminder.calendar));
+            item->setCalendar(calendarNamed(reminder.calendar, calendars));
             item->setDueDate(NSDate::dateWithTimeIntervalSinceReferenceDate(*reminder.due));
             reminders.push_back(std::move(item));
         }
@@ -112,6 +127,7 @@ StrongId EKEventStore::eventsMatchingPredicate(NSObject* predicate) const
     if (!query || query->kind() != EKPredicate::Kind::Events)
         return nullptr;
     std::vector<StrongId> events;
+    CalendarsByTitle calendars;
     for (auto& event : HostWorld::shared().events()) {
         if (event.start > query->end() || event.end < query->start())
             continue;
@@ -119,7 +135,7 @@ StrongId EKEventStore::eventsMatchingPredicate(NSObject* predicate) const
         item->setTitle(event.title);
         item->setNotes(event.notes);
         item->setLocation(event.location);
-        item->setCalendar(calendarNamed(event.calendar));
+        item->setCalendar(calendarNamed(event.calendar, calendars));
         item->setStartDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.start));
         item->setEndDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.end));
         events.push_back(std::move(item));

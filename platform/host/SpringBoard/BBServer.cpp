@@ -38,20 +38,6 @@ static const HostWorld::Notification* notificationWithBulletinID(const std::stri
     return nullptr;
 }
 
-StrongId BBServer::allSectionIDs() const
-{
-    std::vector<std::string> sections;
-    for (auto& notification : HostWorld::shared().notifications()) {
-        if (std::find(sections.begin(), sections.end(), notification.app) == sections.end())
-            sections.push_back(notification.app);
-    }
-    std::vector<StrongId> identifiers;
-    identifiers.reserve(sections.size());
-    for (auto& section : sections)
-        identifiers.push_back(NSString::create(section));
-    return NSArray::create(std::move(identifiers));
-}
-
 static RefPtr<BBBulletin> makeBulletin(const HostWorld::Notification& notification)
 {
     auto bulletin = make<BBBulletin>(notification.app, notification.title, notification.message);
@@ -67,14 +53,46 @@ static RefPtr<BBBulletin> makeBulletin(const HostWorld::Notification& notificati
     return bulletin;
 }
 
+const std::vector<BBServer::Section>& BBServer::sections() const
+{
+    const HostWorld& world = HostWorld::shared();
+    if (m_sectionsRevision == world.notificationsRevision())
+        return m_sections;
+    std::unordered_map<std::string, StrongId> earlier;
+    for (auto& section : m_sections) {
+        for (auto& bulletin : section.bulletins)
+            earlier.emplace(objc::send<std::string>(bulletin, OBJC_SEL("bulletinID")), bulletin);
+    }
+    m_sections.clear();
+    m_sectionIndex.clear();
+    for (auto& notification : world.notifications()) {
+        auto [found, added] = m_sectionIndex.emplace(notification.app, m_sections.size());
+        if (added)
+            m_sections.push_back({ notification.app, {} });
+        auto kept = earlier.find(bulletinIDFor(notification));
+        m_sections[found->second].bulletins.push_back(kept != earlier.end() ? kept->second : StrongId(makeBulletin(notification)));
+    }
+    m_sectionsRevision = world.notificationsRevision();
+    return m_sections;
+}
+
+StrongId BBServer::allSectionIDs() const
+{
+    std::vector<StrongId> identifiers;
+    identifiers.reserve(sections().size());
+    for (auto& section : sections())
+        identifiers.push_back(NSString::create(section.identifier));
+    return NSArray::create(std::move(identifiers));
+}
+
+
 StrongId BBServer::bulletinsForSectionID(const std::string& sectionID) const
 {
-    std::vector<StrongId> bulletins;
-    for (auto& notification : HostWorld::shared().notifications()) {
-        if (notification.app == sectionID)
-            bulletins.push_back(makeBulletin(notification));
-    }
-    return NSArray::create(std::move(bulletins));
+    sections();
+    auto found = m_sectionIndex.find(sectionID);
+    if (found == m_sectionIndex.end())
+        return NSArray::create();
+    return NSArray::create(m_sections[found->second].bulletins);
 }
 
 bool BBServer::groupsBulletinsByApp() const { return HostWorld::shared().notificationsGrouped(); }

@@ -2,7 +2,12 @@
 
 #include <objc/objc.h>
 
+class BBBulletin;
+
+#include <cstdint>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 // The bulletin board: the store of delivered notifications that the
 // notification centre lists, over the world's notifications. Sections are
@@ -28,4 +33,21 @@ public:
     // the bulletin is then cleared, as SpringBoard clears a notification
     // whose action ran. False for a gone bulletin or an index out of range.
     bool performActionAtIndexForBulletinID(long index, const std::string&);
+
+private:
+    // The store's sections in order of first delivery, each with the
+    // bulletins of its notifications in order, worked out again only when
+    // the store changed: a catalogue asks for every section in turn, which
+    // walking the whole store each time would make quadratic. As SpringBoard's
+    // bulletin server, it keeps a notification's bulletin for as long as the
+    // notification is there.
+    struct Section {
+        std::string identifier;
+        std::vector<StrongId> bulletins;
+    };
+    const std::vector<Section>& sections() const;
+
+    mutable std::vector<Section> m_sections;
+    mutable std::unordered_map<std::string, size_t> m_sectionIndex;
+    mutable uint64_t m_sectionsRevision { UINT64_MAX };
 };
