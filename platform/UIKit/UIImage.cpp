@@ -278,6 +278,7 @@ RefPtr<UIImage> UIImage::imageWithContentsOfFile(const std::string& path)
             return nullptr;
         int width = size->first, height = size->second;
         auto image = adoptRef(new UIImage(width, height, scaleFromFileName(candidate), name, [png = *data, width, height] { return decodePNG(png, width, height); }));
+        image->m_fromFile = true;
         cacheDecodedFile(key, version, image);
         return image;
     }
@@ -290,6 +291,7 @@ cairo_surface_t* UIImage::cairoSurface() const
         if (!m_surface) {
             m_surface = m_makePixels();
             m_makePixels = nullptr;
+            m_pixelsMade = true;
         }
     });
     return m_surface;
@@ -340,9 +342,10 @@ RefPtr<UIImage> UIImage::imageWithColor(const UIColor& color, CGSize size, doubl
     }, std::move(name));
 }
 
-RefPtr<UIImage> UIImage::derived(int pixelWidth, int pixelHeight, double scale, PixelMaker make) const
+RefPtr<UIImage> UIImage::derived(int pixelWidth, int pixelHeight, double scale, PixelMaker makePixels) const
 {
-    auto image = adoptRef(new UIImage(pixelWidth, pixelHeight, scale, m_name, std::move(make)));
+    bool waits = m_fromFile && !m_pixelsMade;
+    auto image = waits ? adoptRef(new UIImage(pixelWidth, pixelHeight, scale, m_name, std::move(makePixels))) : make<UIImage>(makePixels(), scale, m_name);
     image->m_size = m_size;
     image->m_tintColor = m_tintColor;
     image->m_renderingMode = m_renderingMode;

@@ -6,6 +6,7 @@
 #include <CoreGraphics/CGGeometry.h>
 #include <objc/objc.h>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -108,8 +109,12 @@ private:
     // An image whose pixels (an ARGB32 surface of the given size) `make`
     // gives when they are first needed.
     UIImage(int pixelWidth, int pixelHeight, double scale, std::string name, PixelMaker make);
-    // A copy made later by `make`, with this image's name, tint and mode.
-    RefPtr<UIImage> derived(int pixelWidth, int pixelHeight, double scale, PixelMaker make) const;
+    // A copy whose pixels `makePixels` gives, with this image's name, tint
+    // and mode: made when first drawn if this image is a file not decoded
+    // yet, at once otherwise. So a copy waits on a file's bytes and never on
+    // a chain of copies of copies (a label tinted again every second while
+    // the display is off would keep every earlier tint alive).
+    RefPtr<UIImage> derived(int pixelWidth, int pixelHeight, double scale, PixelMaker makePixels) const;
     RefPtr<UIColor> computeMergedColor() const;
 
     // Set once: by the constructor, or by the first cairoSurface() of an
@@ -117,6 +122,8 @@ private:
     mutable cairo_surface_t* m_surface { nullptr };
     mutable std::once_flag m_made;
     mutable PixelMaker m_makePixels; // released once used
+    mutable std::atomic<bool> m_pixelsMade { false };
+    bool m_fromFile { false };
     int m_pixelWidth { 0 };
     int m_pixelHeight { 0 };
     CGSize m_size {};

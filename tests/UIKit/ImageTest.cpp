@@ -91,20 +91,21 @@ TEST(UIImage, AFileLoadedAgainIsDecodedOnlyWhenItChanged)
 }
 
 // Loading reads the file and the size from its header; the pixels are
-// decoded once, when first needed, from the bytes read at loading, and
-// copies made before then give the pixels they would have given at once.
+// decoded once, when first needed, from the bytes read at loading, and a
+// copy made before then gives the pixels it would have given at once. A copy
+// of that copy is made at once (no chain of pending copies is kept).
 TEST(UIImage, FilesAreDecodedWhenTheirPixelsAreFirstNeeded)
 {
     auto file = scratchFolder() / "Lazy@2x.png";
     ASSERT_FALSE(halfOrange()->writePNG(file.string()));
-    auto expectedCopy = halfOrange(2)->scaledToSize(CGSizeMake(7.5, 7.5))->tintedWithColor(UIColor::whiteColor().get());
+    auto expectedCopy = halfOrange(2)->scaledToSize(CGSizeMake(7.5, 7.5));
 
     size_t decoded = UIImage::decodedFileCount();
     auto image = UIImage::imageWithContentsOfFile(file.string());
     ASSERT_TRUE(image);
     EXPECT_EQ(image->size(), CGSizeMake(20, 10));
     EXPECT_EQ(image->pixelWidth(), 40);
-    auto copy = image->scaledToSize(CGSizeMake(7.5, 7.5))->tintedWithColor(UIColor::whiteColor().get());
+    auto copy = image->scaledToSize(CGSizeMake(7.5, 7.5));
     EXPECT_EQ(copy->size(), expectedCopy->size());
     EXPECT_EQ(UIImage::decodedFileCount(), decoded) << "nothing drawn yet";
 
@@ -116,6 +117,11 @@ TEST(UIImage, FilesAreDecodedWhenTheirPixelsAreFirstNeeded)
     }
     EXPECT_EQ(image->pixelAt(5, 5), (UIImage::Pixel { 255, 128, 0, 255 }));
     EXPECT_EQ(UIImage::decodedFileCount(), decoded + 1);
+
+    auto again = UIImage::imageWithContentsOfFile(file.string());
+    auto tinted = again->scaledToSize(CGSizeMake(7.5, 7.5))->tintedWithColor(UIColor::whiteColor().get());
+    EXPECT_EQ(UIImage::decodedFileCount(), decoded + 2) << "the tinted copy of a copy is made at once";
+    EXPECT_EQ(tinted->pixelAt(2, 2), (UIImage::Pixel { 255, 255, 255, 255 }));
 
     // A file that starts as a PNG but is cut short keeps its size and draws nothing.
     std::string bytes;
