@@ -12,6 +12,7 @@
 #include <UIKit/UIImage.h>
 #include <UIKit/UIRenderer.h>
 #include <UIKit/UIScreen.h>
+#include <objc/objc.h>
 
 #include <filesystem>
 
@@ -50,9 +51,16 @@ BENCHMARK(BM_Screenshot_LockScreen)->Unit(benchmark::kMillisecond);
 // The battery overlay open over the panel: a second blur, over the first.
 void BM_Screenshot_Overlay(benchmark::State& state)
 {
-    playOnPhone("tap #_amperoContainerView\nadvance 1s\n");
+    NSObject* overlay = sharedInstanceOf("KVAmperoDisplayView");
+    objc::send(overlay, "show");
+    playOnPhone("advance 1s\n");
+    if (!objc::send<bool>(overlay, "isActive")) {
+        state.SkipWithError("the battery overlay did not open");
+        return;
+    }
     takePictures(state);
-    playOnPhone("home\nadvance 1s\n");
+    objc::send(overlay, "hide");
+    playOnPhone("advance 1s\n");
 }
 BENCHMARK(BM_Screenshot_Overlay)->Unit(benchmark::kMillisecond);
 
