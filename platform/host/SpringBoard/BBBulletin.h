@@ -21,8 +21,8 @@ public:
     BBBulletin() = default;
     BBBulletin(std::string section, std::optional<std::string> title, std::optional<std::string> message)
         : m_section(std::move(section))
-        , m_title(std::move(title))
-        , m_message(std::move(message))
+        , m_title(text(title))
+        , m_message(text(message))
     {
     }
 
@@ -32,10 +32,10 @@ public:
     // The store's identifier of a delivered notification ("" otherwise).
     const std::string& bulletinID() const { return m_bulletinID; }
     void setBulletinID(std::string identifier) { m_bulletinID = std::move(identifier); }
-    RefPtr<NSString> title() const { return text(m_title); }
-    RefPtr<NSString> subtitle() const { return text(m_subtitle); }
-    void setSubtitle(std::optional<std::string> subtitle) { m_subtitle = std::move(subtitle); }
-    RefPtr<NSString> message() const { return text(m_message); }
+    RefPtr<NSString> title() const { return m_title; }
+    RefPtr<NSString> subtitle() const { return m_subtitle; }
+    void setSubtitle(const std::optional<std::string>& subtitle) { m_subtitle = text(subtitle); }
+    RefPtr<NSString> message() const { return m_message; }
     RefPtr<NSDate> date() const { return m_date; }
     void setDate(RefPtr<NSDate> date) { m_date = std::move(date); }
 
@@ -57,9 +57,11 @@ private:
 
     std::string m_section;
     std::string m_bulletinID;
-    std::optional<std::string> m_title;
-    std::optional<std::string> m_subtitle;
-    std::optional<std::string> m_message;
+    // Made once: the board keeps its bulletins, and every catalogue asks
+    // each for its texts (strings never change, so they are shared).
+    RefPtr<NSString> m_title;
+    RefPtr<NSString> m_subtitle;
+    RefPtr<NSString> m_message;
     RefPtr<NSDate> m_date;
     RefPtr<BBAction> m_defaultAction;
     std::vector<RefPtr<BBAction>> m_supplementaryActions;
