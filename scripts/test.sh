@@ -21,5 +21,5 @@ echo "== tests (sanitizers)"
 # With leak detection: what fontconfig keeps for the life of the process is
 # suppressed in scripts/lsan.supp (see docs/fuzzing.md).
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
-  LSAN_OPTIONS=suppressions="$PWD/scripts/lsan.supp" \
+  LSAN_OPTIONS=suppressions="$PWD/scripts/lsan.supp":print_suppressions=0 \
   ctest --test-dir build-asan --output-on-failure --no-tests=error -j "$jobs"
