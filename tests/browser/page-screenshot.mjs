@@ -1,10 +1,10 @@
-// Takes the README's picture of the live preview (docs/gallery/live-preview.png) in headless
+// Takes the README's picture of the live preview (docs/live-preview.png) in headless
 // Chromium: a morning on the lock screen with the inspector holding an event's title. Run by
 // hand: node tests/browser/page-screenshot.mjs [OUTPUT.png]
 import { fileURLToPath } from 'node:url';
 import { startSession, stopSession } from './session.mjs';
 
-const output = process.argv[2] ?? fileURLToPath(new URL('../../docs/gallery/live-preview.png', import.meta.url));
+const output = process.argv[2] ?? fileURLToPath(new URL('../../docs/live-preview.png', import.meta.url));
 const morning = `now 2026-11-21T09:05:00
 weather city="Lisbon" condition="Partly Cloudy" icon=partly-cloudy temp=18 high=21 low=12
 battery level=0.76 ac=no
