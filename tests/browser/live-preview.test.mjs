@@ -9,7 +9,28 @@ import { playScenario, startSession, stopSession } from './session.mjs';
 let session;
 let page;
 
-const dump = () => page.evaluate(async () => (await fetch('/dump.json', { cache: 'no-store' })).json());
+// How long a wait for the server may last: the sanitizer build on a loaded machine plays a
+// gesture and its half second in seconds, not milliseconds.
+const patience = 60_000;
+
+// The test's own look at the dump (`?test` tells it apart from the page's requests).
+const dump = () => page.evaluate(async () => (await fetch('/dump.json?test', { cache: 'no-store' })).json());
+
+// Holds the page's own requests for the dump until `release` is called: the page then shows a
+// new picture while its dump is still the one before.
+async function holdPageDumps() {
+    const held = [];
+    let holding = true;
+    const pageDump = (url) => url.pathname === '/dump.json' && url.search === '';
+    const hold = (route) => (holding ? held.push(route) : route.continue());
+    await page.route(pageDump, hold);
+    return async () => {
+        holding = false;
+        for (const route of held.splice(0))
+            await route.continue();
+        await page.unroute(pageDump, hold);
+    };
+}
 
 function find(node, test) {
     if (test(node))
@@ -24,18 +45,22 @@ function find(node, test) {
 const findInDump = (tree, test) => tree.windows.map((window) => find(window, test)).find(Boolean) ?? null;
 const named = (tree, name) => findInDump(tree, (node) => node.name === name);
 
-// Waits (bounded) until the dump satisfies `test`, answering the last dump seen.
-async function dumpWhere(test, what) {
-    const deadline = Date.now() + 10_000;
+// Looks again and again (bounded) until what `look` answers satisfies `test`, and answers it;
+// `failure` says what was never seen, from the last answer.
+async function until(look, test, failure) {
+    const deadline = Date.now() + patience;
     let last;
     while (Date.now() < deadline) {
-        last = await dump();
+        last = await look();
         if (test(last))
             return last;
         await page.waitForTimeout(100);
     }
-    assert.fail(`the dump never showed ${what}`);
+    assert.fail(failure(last));
 }
+
+// Waits until the dump satisfies `test`, answering it.
+const dumpWhere = (test, what) => until(dump, test, () => `the dump never showed ${what}`);
 
 // The picture the page shows now, as a digest of its pixels, once the image has finished loading.
 async function shownPicture() {
@@ -63,16 +88,8 @@ async function shownPicture() {
 }
 
 // Waits until the page shows a picture other than `before`.
-async function pictureOtherThan(before) {
-    const deadline = Date.now() + 10_000;
-    while (Date.now() < deadline) {
-        const now = await shownPicture();
-        if (now.digest !== before.digest)
-            return now;
-        await page.waitForTimeout(100);
-    }
-    assert.fail('the picture on the page never changed');
-}
+const pictureOtherThan = (before) =>
+    until(shownPicture, (now) => now.digest !== before.digest, () => 'the picture on the page never changed');
 
 // A point of the phone's screen, in the page's coordinates.
 async function onScreen(x, y) {
@@ -89,9 +106,15 @@ const transcriptLines = () => page.locator('#transcript li').allTextContents();
 
 // Waits (bounded) until the transcript panel shows the line.
 const transcriptShows = (line) =>
-    page.waitForFunction((text) => [...document.querySelectorAll('#transcript li')].some((item) => item.textContent === text), line);
+    page.waitForFunction((text) => [...document.querySelectorAll('#transcript li')].some((item) => item.textContent === text), line,
+        { timeout: patience });
 
-describe('live preview in Chromium', { timeout: 120_000 }, () => {
+// Waits (bounded) until the transcript panel's lines satisfy `test` (the panel is fetched after
+// the play's answer, apart from the dump), answering them.
+const transcriptWhere = (test, what) =>
+    until(transcriptLines, test, (lines) => `the transcript never showed ${what}: ${lines.slice(-4).join(' | ')}`);
+
+describe('live preview in Chromium', { timeout: 480_000 }, () => {
     before(async () => {
         session = await startSession();
         page = session.page;
@@ -200,10 +223,13 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         await dumpWhere((tree) => tree.host.timer.commands.includes('cancel'), 'the timer cancelled');
     });
 
-    test('a click on the clock opens the clock overlay in the picture', async () => {
+    test('a click on the clock opens the clock overlay in the picture; a drag at once turns its wheel', async () => {
         const before = await shownPicture();
         const clock = named(await dump(), '_timeContainerView');
         const point = await centreOf(clock);
+        // The drag comes as the overlay's picture appears, before the page has its dump: the
+        // page must read the drag against the overlay's dump, not the lock screen's.
+        const releaseDumps = await holdPageDumps();
         await page.mouse.click(point.x, point.y);
         const opened = await dumpWhere((tree) => findInDump(tree, (node) => node.class === 'KVTimeDisplayView' && node.active === true),
             'the clock overlay');
@@ -218,9 +244,14 @@ describe('live preview in Chromium', { timeout: 120_000 }, () => {
         for (let step = 1; step <= 8; ++step)
             await page.mouse.move(from.x, from.y - step * 8);
         await page.mouse.up();
+        await releaseDumps();
+        // The line the page sent for the drag, then the dump it made.
+        const pick = new RegExp(`^pick ${picker.target ?? '#_pickerView'} 0 ${picker.selected[0] + 2}$`);
+        const lines = await transcriptWhere((shown) => shown.at(-1) === 'advance 500ms' && /^(pick|swipe|scroll) /.test(shown.at(-2) ?? ''),
+            'the drag\'s line');
+        assert.match(lines.at(-2), pick);
+        assert.ok(lines.some((text) => /^tap \d+(\.\d+)?,\d+(\.\d+)?$/.test(text)));
         await dumpWhere((tree) => named(tree, '_pickerView')?.selected?.[0] === picker.selected[0] + 2, 'the hours wheel turned by two rows');
-        assert.match((await transcriptLines()).at(-2), new RegExp(`^pick ${picker.target ?? '#_pickerView'} 0 ${picker.selected[0] + 2}$`));
-        assert.ok((await transcriptLines()).some((text) => /^tap \d+(\.\d+)?,\d+(\.\d+)?$/.test(text)));
     });
 
     test('a typed line with a mistake shows the parser\'s message and changes nothing; a failed check is marked', async () => {

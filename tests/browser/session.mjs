@@ -43,7 +43,7 @@ export async function startSession(startingScenario = scenario, { browser = true
         });
         const context = await session.browser.newContext({ viewport: { width: 1440, height: 960 }, acceptDownloads: true });
         session.page = await context.newPage();
-        session.page.setDefaultTimeout(15_000);
+        session.page.setDefaultTimeout(60_000);
         session.page.on('pageerror', (error) => { session.pageErrors = [...(session.pageErrors ?? []), error.message]; });
         await session.page.goto(session.address);
         return session;

@@ -32,9 +32,12 @@ export async function cancel() {
     await fetch('/cancel', { method: 'POST' });
 }
 
+// The dump with the generation it shows (X-Kavelin-Generation, as the picture's); the tree is
+// null when the server has none to give.
 export async function dump() {
     const response = await fetch('/dump.json', { cache: 'no-store' });
-    return response.ok ? response.json() : null;
+    const generation = Number(response.headers.get('X-Kavelin-Generation'));
+    return { tree: response.ok ? await response.json() : null, generation: Number.isFinite(generation) ? generation : -1 };
 }
 
 export async function transcript() {

@@ -32,12 +32,14 @@ function coalesced(task) {
         return running;
     };
     run.isRunning = () => running !== null;
+    run.whenDone = () => running ?? Promise.resolve();
     return run;
 }
 
 class App {
     constructor() {
         this.dump = null;
+        this.dumpGeneration = -1;
         this.inspector = new Inspector(this);
         this.screen = new Screen(this);
         this.controls = new Controls(this);
@@ -46,7 +48,9 @@ class App {
         this.transcript = new Transcript(this);
         this.playing = 0;
         this.refreshDump = coalesced(async () => {
-            this.dump = addMissingTargets(await api.dump());
+            const { tree, generation } = await api.dump();
+            this.dump = addMissingTargets(tree);
+            this.dumpGeneration = generation;
             this.controls.update(this.dump, this.transcript.lines);
             this.inspector.dumpChanged();
             this.screen.fitToDump();
@@ -89,6 +93,16 @@ class App {
 
     pictureShown() {
         this.refreshDump();
+    }
+
+    // The dump of the picture on the page. The dump is asked for once the picture is in, so a
+    // gesture made as a new picture appears (the wheel of an overlay that just opened) waits for
+    // it, rather than being read against the screen before.
+    async shownDump() {
+        await this.refreshDump.whenDone();
+        if (this.dumpGeneration < this.screen.shownGeneration)
+            await this.refreshDump();
+        return this.dump;
     }
 
     // Nothing is being fetched: the picture and the dump on the page are the newest asked for.

@@ -29,6 +29,10 @@ export class Screen {
         return this.picture.latencies;
     }
 
+    get shownGeneration() {
+        return this.picture.shownGeneration;
+    }
+
     get loading() {
         return this.picture.loading;
     }
@@ -100,12 +104,12 @@ export class Screen {
         surface.addEventListener('contextmenu', (event) => event.preventDefault());
     }
 
-    released(trace) {
-        const dump = this.app.dump;
+    async released(trace) {
         if (this.app.inspector.active) {
             this.app.inspector.pin(trace[0]);
             return;
         }
+        const dump = await this.app.shownDump();
         const gesture = classify(trace, dump);
         if (!gesture.startsWith('tap ')) {
             this.send(gesture);
@@ -146,10 +150,10 @@ export class Screen {
         this.wheel.deltaX += deltaX;
         this.wheel.deltaY += deltaY;
         clearTimeout(this.wheel.timer);
-        this.wheel.timer = setTimeout(() => {
+        this.wheel.timer = setTimeout(async () => {
             const { point: at, deltaX: dx, deltaY: dy } = this.wheel;
             this.wheel = null;
-            const scroll = wheelLine(this.app.dump, at.x, at.y, dx, dy);
+            const scroll = wheelLine(await this.app.shownDump(), at.x, at.y, dx, dy);
             if (scroll)
                 this.send(scroll);
         }, wheelQuiet);
