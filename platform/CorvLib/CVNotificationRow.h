@@ -25,6 +25,7 @@ public:
     const std::string& sectionID() const { return m_sectionID; }
     StrongId bulletin() const { return m_bulletin; }
     RefPtr<CVAppItem> app() const { return m_app; }
+    void setApp(RefPtr<CVAppItem> app) { m_app = std::move(app); }
     // The app's icon; null without an app.
     RefPtr<UIImage> icon() const;
     RefPtr<NSString> title() const { return m_title; }

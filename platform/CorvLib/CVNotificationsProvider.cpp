@@ -8,6 +8,8 @@
 #include <Foundation/NSDate.h>
 #include <Foundation/NSString.h>
 
+#include <unordered_map>
+
 OBJC_IMPLEMENT_CLASS(CVNotificationsProvider, NSObject)
 {
     c.classMethod<&CVNotificationsProvider::currentNotificationsCatalogue>("currentNotificationsCatalogue");
@@ -15,6 +17,31 @@ OBJC_IMPLEMENT_CLASS(CVNotificationsProvider, NSObject)
 }
 
 StrongId CVNotificationsProvider::bulletinBoard() { return objc::send<StrongId>(objc::objc_getClass("BBServer"), OBJC_SEL("sharedInstance")); }
+
+// The rows of the last catalogue, by bulletin. The board answers the same
+// bulletin objects until its notifications change, and a delivered bulletin
+// never changes, so the row made for one stays true and the next catalogue
+// takes it again instead of copying the bulletin's texts anew for every
+// notification at every reload. The row holds its bulletin, so no key can be
+// a freed and reused address; bulletins gone from the board leave the map
+// with the catalogue that no longer lists them.
+using RowsByBulletin = std::unordered_map<const NSObject*, RefPtr<CVNotificationRow>>;
+
+static RowsByBulletin& rowsOfLastCatalogue()
+{
+    static auto* rows = new RowsByBulletin();
+    return *rows;
+}
+
+static RefPtr<CVNotificationRow> rowFor(const StrongId& bulletin, const RefPtr<CVAppItem>& app, const RowsByBulletin& earlier, RowsByBulletin& now)
+{
+    auto kept = earlier.find(bulletin.get());
+    RefPtr<CVNotificationRow> row = kept != earlier.end() ? kept->second : make<CVNotificationRow>(bulletin, app);
+    // The app item is made for every catalogue: a kept row takes this one's.
+    row->setApp(app);
+    now.emplace(bulletin.get(), row);
+    return row;
+}
 
 RefPtr<CVNotificationsProvider> CVNotificationsProvider::currentNotificationsCatalogue()
 {
@@ -24,8 +51,12 @@ RefPtr<CVNotificationsProvider> CVNotificationsProvider::currentNotificationsCat
     bool grouped = objc::send<bool>(server, OBJC_SEL("groupsBulletinsByApp"));
     auto sectionIDs = objc::castRef<NSArray>(objc::send<StrongId>(server, OBJC_SEL("allSectionIDs")));
     auto sections = NSArray::create();
+    RowsByBulletin earlier = std::move(rowsOfLastCatalogue());
+    RowsByBulletin& now = rowsOfLastCatalogue();
+    now.clear();
     if (!sectionIDs)
         return make<CVNotificationsProvider>(sections);
+    now.reserve(earlier.size());
     for (auto& identifier : sectionIDs->objects()) {
         auto* sectionID = dynamic_cast<NSString*>(identifier.get());
         if (!sectionID)
@@ -37,7 +68,7 @@ RefPtr<CVNotificationsProvider> CVNotificationsProvider::currentNotificationsCat
             rows->mutableObjects().reserve(bulletins->count());
             for (auto& bulletin : bulletins->objects()) {
                 if (bulletin)
-                    rows->addObject(make<CVNotificationRow>(bulletin, app));
+                    rows->addObject(rowFor(bulletin, app, earlier, now));
             }
         }
         sections->addObject(make<CVNotificationSection>(sectionID->string(), grouped ? app : nullptr, rows));

@@ -20,7 +20,7 @@ HostWorld& HostWorld::shared()
 
 void HostWorld::reset() { currentWorld().reset(new HostWorld()); }
 
-// Revisions of the notification store, unique across the worlds of a process.
+// Revisions of the notification and calendar stores, unique across the worlds of a process.
 static uint64_t nextRevision()
 {
     static std::atomic<uint64_t> last { 0 };
@@ -42,6 +42,7 @@ HostWorld::HostWorld()
         { "com.apple.Preferences", "Settings", "#8e8e93" },
     }
     , m_notificationsRevision(nextRevision())
+    , m_calendarStoreRevision(nextRevision())
     , m_calendars { { "Calendar", "#1badf8" } }
 {
     for (size_t index = 0; index < m_apps.size(); ++index)
@@ -98,8 +99,21 @@ const HostWorld::Calendar* HostWorld::calendarWithTitle(const std::string& title
     return it == m_calendars.end() ? nullptr : &*it;
 }
 
+void HostWorld::addEvent(CalendarEvent event)
+{
+    m_events.push_back(std::move(event));
+    m_calendarStoreRevision = nextRevision();
+}
+
+void HostWorld::addReminder(Reminder reminder)
+{
+    m_reminders.push_back(std::move(reminder));
+    m_calendarStoreRevision = nextRevision();
+}
+
 void HostWorld::defineCalendar(Calendar calendar)
 {
+    m_calendarStoreRevision = nextRevision();
     auto it = std::find_if(m_calendars.begin(), m_calendars.end(), [&](const Calendar& existing) { return existing.title == calendar.title; });
     if (it != m_calendars.end())
         *it = std::move(calendar);

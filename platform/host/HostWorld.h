@@ -102,9 +102,12 @@ public:
     const Calendar* calendarWithTitle(const std::string&) const;
     void defineCalendar(Calendar);
     const std::vector<CalendarEvent>& events() const { return m_events; }
-    void addEvent(CalendarEvent event) { m_events.push_back(std::move(event)); }
+    void addEvent(CalendarEvent);
     const std::vector<Reminder>& reminders() const { return m_reminders; }
-    void addReminder(Reminder reminder) { m_reminders.push_back(std::move(reminder)); }
+    void addReminder(Reminder);
+    // Changes with every event, reminder and calendar added or defined
+    // again, and differs between worlds, as notificationsRevision does.
+    uint64_t calendarStoreRevision() const { return m_calendarStoreRevision; }
 
     void recordLaunch(Launch launch) { m_launches.push_back(std::move(launch)); }
     const std::vector<Launch>& launches() const { return m_launches; }
@@ -130,6 +133,7 @@ private:
     std::vector<Notification> m_removed;
     uint64_t m_nextNotificationIdentifier { 1 };
     uint64_t m_notificationsRevision;
+    uint64_t m_calendarStoreRevision;
     std::vector<Calendar> m_calendars;
     std::vector<CalendarEvent> m_events;
     std::vector<Reminder> m_reminders;

@@ -15,6 +15,7 @@
 #include <Foundation/NSString.h>
 #include <Foundation/NSTimeZone.h>
 #include <Foundation/VirtualClock.h>
+#include <UIKit/UIColor.h>
 #include <UIKit/UITableView.h>
 #include <host/SimulatedHost.h>
 
@@ -187,6 +188,46 @@ TEST_F(TableData, NotificationSectionsAreKeyedFromOneWithTheirRows)
     EXPECT_EQ(objc::castRef<NSArray>(controller->notificationData()->objectForKey("1"))->count(), 2u);
     EXPECT_EQ(objc::castRef<NSArray>(controller->notificationData()->objectForKey("2"))->count(), 1u);
     EXPECT_EQ(controller->notificationSectionsData()->count(), 2u);
+}
+
+// The calendar store and the notification catalogue keep the items they
+// made until their store changes: each reload still sees every change made
+// since the one before, and what did not change is the same.
+TEST_F(TableData, EachReloadSeesTheStoresAsTheyAreNow)
+{
+    event("Meeting", 300, 900);
+    notification("com.apple.MobileSMS", "Anna");
+    notification("com.apple.MobileSMS", "Ben");
+    auto controller = reloaded();
+    auto rows = [&] { return objc::castRef<NSArray>(controller->notificationData()->objectForKey("1")); };
+    auto firstEvent = [&](const char* key) { return static_cast<KVEventItem*>(objc::castRef<NSArray>(controller->eventData()->objectForKey(key))->objectAtIndex(0).get())->calendarItem(); };
+    StrongId firstAnna = rows()->objectAtIndex(0);
+    StrongId meeting = firstEvent("1");
+    controller->forceReloadTableViewData();
+    NSRunLoop::mainRunLoop()->runPending();
+    EXPECT_EQ(firstEvent("1"), meeting);
+
+    event("Lunch", 600, 1200);
+    reminder("Milk", 60);
+    notification("com.apple.MobileSMS", "Cleo");
+    world().removeNotificationWithIdentifier(world().notifications()[1].identifier);
+    controller->forceReloadTableViewData();
+    NSRunLoop::mainRunLoop()->runPending();
+    EXPECT_EQ(titles(*controller, "1"), (std::vector<std::string> { "Milk" }));
+    EXPECT_EQ(titles(*controller, "2"), (std::vector<std::string> { "Meeting", "Lunch" }));
+    ASSERT_EQ(rows()->count(), 2u);
+    EXPECT_EQ(rows()->objectAtIndex(0), firstAnna);
+    EXPECT_EQ(objc::send<RefPtr<NSString>>(rows()->objectAtIndex(1), "title")->string(), "Cleo");
+
+    // A calendar given a new colour gives its events a new colour.
+    world().defineCalendar({ "Calendar", "#ff0000" });
+    controller->forceReloadTableViewData();
+    NSRunLoop::mainRunLoop()->runPending();
+    StrongId recoloured = firstEvent("2");
+    auto colour = objc::castRef<UIColor>(objc::send<StrongId>(objc::send<StrongId>(recoloured, "calendar"), "CGColor"));
+    ASSERT_TRUE(colour);
+    EXPECT_EQ(colour->red(), 1.0);
+    EXPECT_EQ(colour->green(), 0.0);
 }
 
 TEST_F(TableData, AReloadInFlightIsDroppedAndAForcedOneOverlapsIt)

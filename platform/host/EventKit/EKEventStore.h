@@ -10,8 +10,9 @@ class NSDate;
 // The calendar store over the world's calendars, events and reminders, as
 // EventKit's EKEventStore. Events are answered synchronously; reminders
 // asynchronously, their completion running on a queue of the store's own
-// (as EventKit does, never on the caller's). Every answer is a fresh set of
-// items, a snapshot of the store at that moment.
+// (as EventKit does, never on the caller's). Every answer is a new array of
+// the store's items at that moment; the item objects themselves are the
+// same from fetch to fetch until an event, reminder or calendar is added.
 //
 // The store answers with a predicate for any range; a null start or end
 // counts as now.

@@ -83,8 +83,8 @@ static RefPtr<EKCalendar> makeCalendar(const std::string& title)
     return make<EKCalendar>(title, color);
 }
 
-// One calendar object per title within one fetch, as a store shares its
-// calendars among the items it answers (thousands of items, few calendars).
+// One calendar object per title, as a store shares its calendars among the
+// items it answers (thousands of items, few calendars).
 using CalendarsByTitle = std::unordered_map<std::string, RefPtr<EKCalendar>>;
 
 static RefPtr<EKCalendar> calendarNamed(const std::optional<std::string>& title, CalendarsByTitle& made)
@@ -97,6 +97,51 @@ static RefPtr<EKCalendar> calendarNamed(const std::optional<std::string>& title,
     return found->second;
 }
 
+// One object for each event and reminder of the world, in the world's
+// order, made again only when the calendar store changes: EventKit, too,
+// keeps the items it has loaded and answers the same objects to every
+// fetch until the database changes, so a reload of a full calendar does
+// not make thousands of objects. Nobody sets anything on a fetched item.
+struct StoreItems {
+    uint64_t revision { 0 };
+    std::vector<RefPtr<EKEvent>> events;
+    std::vector<RefPtr<EKReminder>> reminders;
+};
+
+static const StoreItems& storeItems()
+{
+    static auto* items = new StoreItems();
+    const HostWorld& world = HostWorld::shared();
+    if (items->revision == world.calendarStoreRevision())
+        return *items;
+    StoreItems made;
+    made.revision = world.calendarStoreRevision();
+    CalendarsByTitle calendars;
+    made.events.reserve(world.events().size());
+    for (auto& event : world.events()) {
+        auto item = make<EKEvent>();
+        item->setTitle(event.title);
+        item->setNotes(event.notes);
+        item->setLocation(event.location);
+        item->setCalendar(calendarNamed(event.calendar, calendars));
+        item->setStartDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.start));
+        item->setEndDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.end));
+        made.events.push_back(std::move(item));
+    }
+    made.reminders.reserve(world.reminders().size());
+    for (auto& reminder : world.reminders()) {
+        auto item = make<EKReminder>();
+        item->setTitle(reminder.title);
+        item->setNotes(reminder.notes);
+        item->setCalendar(calendarNamed(reminder.calendar, calendars));
+        if (reminder.due)
+            item->setDueDate(NSDate::dateWithTimeIntervalSinceReferenceDate(*reminder.due));
+        made.reminders.push_back(std::move(item));
+    }
+    *items = std::move(made);
+    return *items;
+}
+
 void EKEventStore::fetchRemindersMatchingPredicate(NSObject* predicate, std::function<void(StrongId)> completion)
 {
     RefPtr<EKPredicate> query(dynamic_cast<EKPredicate*>(predicate));
@@ -106,16 +151,13 @@ void EKEventStore::fetchRemindersMatchingPredicate(NSObject* predicate, std::fun
         if (!query || query->kind() != EKPredicate::Kind::IncompleteReminders)
             return completion(nullptr);
         std::vector<StrongId> reminders;
-        CalendarsByTitle calendars;
-        for (auto& reminder : HostWorld::shared().reminders()) {
+        const auto& world = HostWorld::shared().reminders();
+        const StoreItems& items = storeItems();
+        for (size_t index = 0; index < world.size(); ++index) {
+            auto& reminder = world[index];
             if (reminder.completed || !reminder.due || *reminder.due < query->start() || *reminder.due > query->end())
                 continue;
-            auto item = make<EKReminder>();
-            item->setTitle(reminder.title);
-            item->setNotes(reminder.notes);
-            item->setCalendar(calendarNamed(reminder.calendar, calendars));
-            item->setDueDate(NSDate::dateWithTimeIntervalSinceReferenceDate(*reminder.due));
-            reminders.push_back(std::move(item));
+            reminders.push_back(items.reminders[index]);
         }
         completion(NSArray::create(std::move(reminders)));
     });
@@ -127,18 +169,13 @@ StrongId EKEventStore::eventsMatchingPredicate(NSObject* predicate) const
     if (!query || query->kind() != EKPredicate::Kind::Events)
         return nullptr;
     std::vector<StrongId> events;
-    CalendarsByTitle calendars;
-    for (auto& event : HostWorld::shared().events()) {
+    const auto& world = HostWorld::shared().events();
+    const StoreItems& items = storeItems();
+    for (size_t index = 0; index < world.size(); ++index) {
+        auto& event = world[index];
         if (event.start > query->end() || event.end < query->start())
             continue;
-        auto item = make<EKEvent>();
-        item->setTitle(event.title);
-        item->setNotes(event.notes);
-        item->setLocation(event.location);
-        item->setCalendar(calendarNamed(event.calendar, calendars));
-        item->setStartDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.start));
-        item->setEndDate(NSDate::dateWithTimeIntervalSinceReferenceDate(event.end));
-        events.push_back(std::move(item));
+        events.push_back(items.events[index]);
     }
     return NSArray::create(std::move(events));
 }
