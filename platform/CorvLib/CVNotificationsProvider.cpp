@@ -23,24 +23,34 @@ StrongId CVNotificationsProvider::bulletinBoard() { return objc::send<StrongId>(
 // never changes, so the row made for one stays true and the next catalogue
 // takes it again instead of copying the bulletin's texts anew for every
 // notification at every reload. The row holds its bulletin, so no key can be
-// a freed and reused address; bulletins gone from the board leave the map
-// with the catalogue that no longer lists them.
-using RowsByBulletin = std::unordered_map<const NSObject*, RefPtr<CVNotificationRow>>;
+// a freed and reused address. Each catalogue marks the rows it lists and
+// drops the others, so bulletins gone from the board leave the map then.
+struct KeptRow {
+    RefPtr<CVNotificationRow> row;
+    uint64_t catalogue { 0 };
+};
+using RowsByBulletin = std::unordered_map<const NSObject*, KeptRow>;
 
-static RowsByBulletin& rowsOfLastCatalogue()
+static RowsByBulletin& keptRows()
 {
     static auto* rows = new RowsByBulletin();
     return *rows;
 }
 
-static RefPtr<CVNotificationRow> rowFor(const StrongId& bulletin, const RefPtr<CVAppItem>& app, const RowsByBulletin& earlier, RowsByBulletin& now)
+static RefPtr<CVNotificationRow> rowFor(const StrongId& bulletin, const RefPtr<CVAppItem>& app, uint64_t catalogue)
 {
-    auto kept = earlier.find(bulletin.get());
-    RefPtr<CVNotificationRow> row = kept != earlier.end() ? kept->second : make<CVNotificationRow>(bulletin, app);
+    auto [kept, added] = keptRows().try_emplace(bulletin.get());
+    if (added)
+        kept->second.row = make<CVNotificationRow>(bulletin, app);
     // The app item is made for every catalogue: a kept row takes this one's.
-    row->setApp(app);
-    now.emplace(bulletin.get(), row);
-    return row;
+    kept->second.row->setApp(app);
+    kept->second.catalogue = catalogue;
+    return kept->second.row;
+}
+
+static void dropRowsNotIn(uint64_t catalogue)
+{
+    std::erase_if(keptRows(), [catalogue](const auto& entry) { return entry.second.catalogue != catalogue; });
 }
 
 RefPtr<CVNotificationsProvider> CVNotificationsProvider::currentNotificationsCatalogue()
@@ -51,12 +61,12 @@ RefPtr<CVNotificationsProvider> CVNotificationsProvider::currentNotificationsCat
     bool grouped = objc::send<bool>(server, OBJC_SEL("groupsBulletinsByApp"));
     auto sectionIDs = objc::castRef<NSArray>(objc::send<StrongId>(server, OBJC_SEL("allSectionIDs")));
     auto sections = NSArray::create();
-    RowsByBulletin earlier = std::move(rowsOfLastCatalogue());
-    RowsByBulletin& now = rowsOfLastCatalogue();
-    now.clear();
-    if (!sectionIDs)
+    static uint64_t lastCatalogue = 0;
+    uint64_t catalogue = ++lastCatalogue;
+    if (!sectionIDs) {
+        dropRowsNotIn(catalogue);
         return make<CVNotificationsProvider>(sections);
-    now.reserve(earlier.size());
+    }
     for (auto& identifier : sectionIDs->objects()) {
         auto* sectionID = dynamic_cast<NSString*>(identifier.get());
         if (!sectionID)
@@ -68,10 +78,11 @@ RefPtr<CVNotificationsProvider> CVNotificationsProvider::currentNotificationsCat
             rows->mutableObjects().reserve(bulletins->count());
             for (auto& bulletin : bulletins->objects()) {
                 if (bulletin)
-                    rows->addObject(rowFor(bulletin, app, earlier, now));
+                    rows->addObject(rowFor(bulletin, app, catalogue));
             }
         }
         sections->addObject(make<CVNotificationSection>(sectionID->string(), grouped ? app : nullptr, rows));
     }
+    dropRowsNotIn(catalogue);
     return make<CVNotificationsProvider>(sections);
 }
