@@ -62,6 +62,13 @@ std::string Color::toString() const
     return buffer;
 }
 
+std::string formatDecimal(double value)
+{
+    char buffer[32];
+    std::snprintf(buffer, sizeof buffer, "%g", value);
+    return buffer;
+}
+
 // One or more NUMBER UNIT pairs, so that `1h30m` reads as a person means it.
 std::optional<double> parseDuration(std::string_view text)
 {

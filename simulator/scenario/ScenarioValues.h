@@ -73,6 +73,9 @@ std::optional<TrackPosition> parseTrackPosition(std::string_view);
 std::optional<TimeOfDay> parseCompactTimeOfDay(std::string_view); // HHMM
 std::optional<TimeOfDay> parseTimeOfDay(std::string_view); // H:MM or HH:MM
 
+// A number as a scenario writes it: "%g", so 0.5, 12 and 1e+06.
+std::string formatDecimal(double);
+
 namespace ValueDescription {
 inline constexpr std::string_view duration = "a duration like 6s";
 inline constexpr std::string_view time = "a time like +10m, -5m or 2026-11-21T09:05:00";

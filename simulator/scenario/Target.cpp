@@ -2,7 +2,6 @@
 
 #include "ScenarioValues.h"
 
-#include <cstdio>
 
 namespace sim {
 
@@ -13,19 +12,12 @@ bool isClassNameCharacter(char c, bool first)
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || (!first && c >= '0' && c <= '9');
 }
 
-std::string formatNumber(double value)
-{
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%g", value);
-    return buffer;
-}
-
 }
 
 std::string Target::toString() const
 {
     if (kind == Kind::Point)
-        return formatNumber(x) + "," + formatNumber(y);
+        return formatDecimal(x) + "," + formatDecimal(y);
     std::string text = kind == Kind::Name ? "#" + name : name;
     if (index)
         text += "@" + std::to_string(*index);

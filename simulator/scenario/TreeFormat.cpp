@@ -1,18 +1,12 @@
 #include "TreeFormat.h"
 
-#include <cstdio>
+#include "ScenarioValues.h"
+
 #include <optional>
 
 namespace sim {
 
 namespace {
-
-std::string number(double value)
-{
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%g", value);
-    return buffer;
-}
 
 std::optional<TreeFormat::Rect> rectOf(const nlohmann::json& node)
 {
@@ -53,7 +47,7 @@ bool TreeFormat::touchesScreen(const Rect& rect, double screenWidth, double scre
 
 std::string TreeFormat::rectangle(const Rect& rect)
 {
-    return "[" + number(rect[0]) + ", " + number(rect[1]) + ", " + number(rect[2]) + ", " + number(rect[3]) + "]";
+    return "[" + formatDecimal(rect[0]) + ", " + formatDecimal(rect[1]) + ", " + formatDecimal(rect[2]) + ", " + formatDecimal(rect[3]) + "]";
 }
 
 std::string TreeFormat::line(const nlohmann::json& node, int depth)

@@ -1,6 +1,7 @@
 #include "SettingsPane.h"
 
 #include "scenario/ScenarioLineReader.h"
+#include "scenario/ScenarioValues.h"
 
 #include <Foundation/NSArray.h>
 #include <Foundation/NSData.h>
@@ -11,20 +12,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <fstream>
 #include <iterator>
 
 namespace sim {
 
 namespace {
-
-std::string numberText(double value)
-{
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%g", value);
-    return buffer;
-}
 
 // A value as a scenario would write it.
 std::string describe(const PrefsValue& value)
@@ -37,7 +30,7 @@ std::string describe(const PrefsValue& value)
             else if constexpr (std::is_same_v<T, int64_t>)
                 return std::to_string(v);
             else if constexpr (std::is_same_v<T, double>)
-                return numberText(v);
+                return formatDecimal(v);
             else
                 return "\"" + shownInMessage(v) + "\"";
         },
@@ -173,7 +166,7 @@ std::string PreferenceSpecifier::acceptedValues() const
         return text;
     }
     case Cell::Slider:
-        return "a number from " + numberText(minimum) + " to " + numberText(maximum);
+        return "a number from " + formatDecimal(minimum) + " to " + formatDecimal(maximum);
     case Cell::EditText:
         if (isColor())
             return "a colour written #rrggbb";
