@@ -35,6 +35,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <unordered_map>
 
 static constexpr const char* lightFont = "HelveticaNeue-Light";
 
@@ -240,13 +241,26 @@ void KVTableViewController::loadEvents(Pipeline& pipeline)
     auto kept = NSArray::create();
     long limit = m_settings->calveraMaxEvents();
     double now = pipeline.now->timeIntervalSinceReferenceDate();
+    // The setting is read once per reload and each calendar's title matched
+    // once: a full calendar has thousands of events and a few calendars,
+    // which the store shares among its events. Each entry holds its
+    // calendar, so that no key can be a freed and reused address.
+    struct CalendarMatch {
+        StrongId calendar;
+        bool hidden { false };
+    };
+    std::vector<std::string> blacklist = calendarBlacklist();
+    std::unordered_map<const NSObject*, CalendarMatch> hiddenCalendars;
     for (auto& event : sortedByDate(events.get(), OBJC_SEL("startDate"))) {
         StrongId calendar = objc::send<StrongId>(event, OBJC_SEL("calendar"));
         // An event without a calendar has no title to match (nil is in no list).
         if (calendar) {
-            std::string title = KVScheduleTexts::normalizedCalendarTitle(objc::send<std::string>(calendar, OBJC_SEL("title")));
-            auto blacklist = calendarBlacklist();
-            if (std::find(blacklist.begin(), blacklist.end(), title) != blacklist.end())
+            auto [known, added] = hiddenCalendars.try_emplace(calendar.get(), CalendarMatch { calendar });
+            if (added) {
+                std::string title = KVScheduleTexts::normalizedCalendarTitle(objc::send<std::string>(calendar, OBJC_SEL("title")));
+                known->second.hidden = std::find(blacklist.begin(), blacklist.end(), title) != blacklist.end();
+            }
+            if (known->second.hidden)
                 continue;
         }
         auto endDate = objc::send<RefPtr<NSDate>>(event, OBJC_SEL("endDate"));

@@ -149,6 +149,8 @@ TEST_F(TableData, EndedAndBlacklistedEventsAreDroppedBeforeTheLimit)
     event("Ends now", -600, 0);
     event("Work thing", 60, 120, "work");
     event("Home thing", 60, 120, "Home ");
+    // A second event of a hidden calendar (matched once per reload) is hidden too.
+    event("More work", 70, 130, "work");
     event("First", 100, 200);
     event("Second", 200, 300);
     event("Third", 300, 400);
