@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 OBJC_IMPLEMENT_CLASS(NSString, NSObject)
 {
@@ -109,8 +110,25 @@ double NSString::doubleValue(const std::string& s)
     return std::strtod(number.c_str(), nullptr);
 }
 
+// ASCII text maps letter by letter (the root locale has no special case
+// there), without the round trip through UTF-16: most texts a reload
+// lower-cases are times like "9:05 am". Nothing for any other text.
+static std::optional<std::string> asciiMapped(const std::string& text, char from, char to)
+{
+    std::string mapped = text;
+    for (char& c : mapped) {
+        if (static_cast<unsigned char>(c) >= 0x80)
+            return std::nullopt;
+        if (c >= from && c <= to)
+            c = static_cast<char>(c - from + (from == 'A' ? 'a' : 'A'));
+    }
+    return mapped;
+}
+
 std::string NSString::lowercaseString(const std::string& text)
 {
+    if (auto ascii = asciiMapped(text, 'A', 'Z'))
+        return *ascii;
     // Invalid UTF-8 becomes U+FFFD on the way in, as Foundation would refuse
     // to make such a string at all.
     auto unicode = FoundationICU::toUnicode(text);
@@ -119,6 +137,8 @@ std::string NSString::lowercaseString(const std::string& text)
 
 std::string NSString::uppercaseString(const std::string& text)
 {
+    if (auto ascii = asciiMapped(text, 'a', 'z'))
+        return *ascii;
     auto unicode = FoundationICU::toUnicode(text);
     return FoundationICU::toUTF8(unicode.toUpper(icu::Locale::getRoot()));
 }

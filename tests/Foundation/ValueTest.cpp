@@ -89,6 +89,10 @@ TEST(NSString, MapsCaseByUnicodeTheSameInEveryLanguage)
     auto text = NSString::create("ÀÉÎ");
     EXPECT_EQ(objc::send<std::string>(text.get(), OBJC_SEL("lowercaseString")), "àéî");
     EXPECT_EQ(NSString::lowercaseString(""), "");
+    // ASCII text, mapped without ICU: only the letters change, the
+    // characters either side of each range stay.
+    EXPECT_EQ(NSString::lowercaseString("9:05 AM @AZ[`az{"), "9:05 am @az[`az{");
+    EXPECT_EQ(NSString::uppercaseString("9:05 pm @AZ[`az{"), "9:05 PM @AZ[`AZ{");
 }
 
 TEST(IntegerConversion, TruncatesTowardZeroLikeThePhoneNaNGivesZeroAndTheEndsHold)
