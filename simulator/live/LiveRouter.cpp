@@ -4,6 +4,7 @@
 #include "LiveSession.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cctype>
 #include <fstream>
 #include <memory>
@@ -227,11 +228,22 @@ void LiveRouter::upload(const httplib::Request& request, httplib::Response& resp
     auto folder = std::filesystem::absolute(m_outputDirectory / "uploads", error);
     std::filesystem::create_directories(folder, error);
     auto path = folder / name;
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    // Written beside it under a name of its own, then renamed into place:
+    // requests run on many threads, and a line playing on the phone (a
+    // calendar import) or another upload of the same name must find the
+    // whole old file or the whole new one, never one half written.
+    static std::atomic<uint64_t> lastPart { 0 };
+    auto part = folder / ("." + name + "." + std::to_string(++lastPart) + ".part");
+    std::ofstream out(part, std::ios::binary | std::ios::trunc);
     out << request.body;
     out.close();
-    if (!out)
+    std::error_code renameError;
+    if (out)
+        std::filesystem::rename(part, path, renameError);
+    if (!out || renameError) {
+        std::filesystem::remove(part, renameError);
         return refuse(response, 500, "cannot write " + path.string());
+    }
     answerJson(response, 200, { { "ok", true }, { "file", path.string() }, { "path", path.string() }, { "bytes", request.body.size() } });
 }
 

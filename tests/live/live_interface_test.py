@@ -151,6 +151,11 @@ class LiveInterfaceTest(unittest.TestCase):
         status, _, data = s.request("POST", "/upload?name=week.ics", "BEGIN:VCALENDAR\r\nEND:VCALENDAR\r\n")
         self.assertEqual(status, 200)
         self.assertEqual(os.path.dirname(json.loads(data)["path"]), os.path.join(s.out, "uploads"))
+        # A second upload of the name replaces the file whole, through a part file it does not leave behind.
+        self.assertEqual(s.request("POST", "/upload?name=week.ics", "BEGIN:VCALENDAR\r\n")[0], 200)
+        with open(os.path.join(s.out, "uploads", "week.ics"), "rb") as uploaded:
+            self.assertEqual(uploaded.read(), b"BEGIN:VCALENDAR\r\n")
+        self.assertEqual(sorted(os.listdir(os.path.join(s.out, "uploads"))), ["week.ics"])
         # Host paths stay inside --out and --root.
         status, answer = s.play('file /a.txt from /etc/passwd')
         self.assertEqual(status, 400)
