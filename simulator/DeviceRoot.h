@@ -14,6 +14,8 @@ public:
     // and the pane bundle's specifier list.
     static constexpr const char* settingsEntryPath = "/Library/PreferenceLoader/Preferences/Kavelin.plist";
     static constexpr const char* settingsSpecifiersPath = "/Library/PreferenceBundles/KavelinPrefs.bundle/Root.plist";
+    // The preferences file the Settings app writes and the extension reads.
+    static constexpr const char* preferencesPath = "/private/var/mobile/Library/Preferences/com.Corvane.Kavelin.plist";
 
     DeviceRoot() = default;
     DeviceRoot(const DeviceRoot&) = delete;

@@ -44,7 +44,6 @@
 
 namespace sim {
 
-static constexpr const char* preferencesPath = "/private/var/mobile/Library/Preferences/com.Corvane.Kavelin.plist";
 static constexpr const char* appListPath = "/private/var/mobile/Library/Preferences/com.corvane.kavelin.applist.activeapps";
 // Where the clock starts when a scenario does not say: a Saturday morning.
 static constexpr const char* defaultStartTime = "2026-11-21T09:41:00";
@@ -269,10 +268,10 @@ bool Simulator::executeWorld(const Command& command)
     }
     case CommandKind::Prefs: {
         const auto& prefs = command.as<PrefsCommand>();
-        auto path = m_root.resolve(preferencesPath);
+        auto path = m_root.resolve(DeviceRoot::preferencesPath);
         // Keep what the file holds already, when it is a readable dictionary.
         RefPtr<NSDictionary> dictionary;
-        if (auto data = NSData::dataWithContentsOfFile(preferencesPath))
+        if (auto data = NSData::dataWithContentsOfFile(DeviceRoot::preferencesPath))
             dictionary = objc::castRef<NSDictionary>(NSPropertyListSerialization::propertyListWithData(data.get()));
         if (!dictionary)
             dictionary = NSDictionary::create();
@@ -287,7 +286,7 @@ bool Simulator::executeWorld(const Command& command)
     }
     case CommandKind::PrefsClear: {
         std::error_code ignored;
-        std::filesystem::remove(m_root.resolve(preferencesPath), ignored);
+        std::filesystem::remove(m_root.resolve(DeviceRoot::preferencesPath), ignored);
         return true;
     }
     case CommandKind::WriteFile: {

@@ -97,7 +97,7 @@ static nlohmann::json toJson(plist_t node, int depth)
 
 nlohmann::json SettingsPane::read()
 {
-    nlohmann::json pane { { "items", nlohmann::json::array() }, { "file", preferencesPath } };
+    nlohmann::json pane { { "items", nlohmann::json::array() }, { "file", DeviceRoot::preferencesPath } };
     std::string error;
     PlistPointer specifiers = readPlist(DeviceRoot::settingsSpecifiersPath, error);
     if (!specifiers) {
@@ -110,7 +110,7 @@ nlohmann::json SettingsPane::read()
         return pane;
     }
     std::string ignored;
-    PlistPointer preferences = readPlist(preferencesPath, ignored);
+    PlistPointer preferences = readPlist(DeviceRoot::preferencesPath, ignored);
     nlohmann::json values = preferences ? toJson(preferences.get(), 0) : nlohmann::json::object();
     for (auto& item : items) {
         if (item.is_object() && item.contains("key") && item["key"].is_string() && values.contains(item["key"].get<std::string>()))

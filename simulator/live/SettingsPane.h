@@ -13,8 +13,6 @@ namespace sim::live {
 // "error" says why there are no items, when there are none.
 class SettingsPane {
 public:
-    static constexpr const char* preferencesPath = "/private/var/mobile/Library/Preferences/com.Corvane.Kavelin.plist";
-
     // Reads both files through the device root.
     static nlohmann::json read();
 };
