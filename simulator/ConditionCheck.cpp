@@ -20,7 +20,7 @@ static std::string joinedPath(const std::string& start, const std::vector<std::s
     return text;
 }
 
-ConditionResult ConditionCheck::evaluate(const Condition& condition, const std::function<nlohmann::json()>& host)
+ConditionResult ConditionCheck::evaluate(const Condition& condition, const std::function<nlohmann::json()>& host, bool describeMatches)
 {
     ConditionResult result;
     if (const auto* expect = std::get_if<ExpectPropertyCommand>(&condition)) {
@@ -34,13 +34,13 @@ ConditionResult ConditionCheck::evaluate(const Condition& condition, const std::
         const nlohmann::json* found = walkJsonPath(node, expect->property);
         result.held = found && jsonValuesMatch(*found, expect->value);
         result.found = found ? describeJson(*found) : std::string("no such property");
-        if (!result.held)
+        if (!result.held && describeMatches)
             result.matches = ViewTree::describeMatches(expect->target);
     } else if (const auto* absent = std::get_if<ExpectAbsentCommand>(&condition)) {
         result.expected = "nothing to match " + absent->target.toString();
         result.held = !ViewTree::find(absent->target);
         result.found = result.held ? "nothing" : "a view";
-        if (!result.held)
+        if (!result.held && describeMatches)
             result.matches = ViewTree::describeMatches(absent->target);
     } else {
         const auto& expectHost = std::get<ExpectHostCommand>(condition);

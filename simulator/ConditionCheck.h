@@ -27,7 +27,11 @@ struct ConditionResult {
 class ConditionCheck {
 public:
     // `host` makes the dump's host object, only when the condition needs it.
-    static ConditionResult evaluate(const Condition&, const std::function<nlohmann::json()>& host);
+    // Without `describeMatches`, a condition that does not hold leaves
+    // `matches` empty: `advance until` checks again and again and words a
+    // failure only at its deadline, so it asks for the walk over the views
+    // that lists them only then.
+    static ConditionResult evaluate(const Condition&, const std::function<nlohmann::json()>& host, bool describeMatches = true);
     static Condition conditionOf(const Command&);
 };
 

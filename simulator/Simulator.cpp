@@ -649,8 +649,8 @@ bool Simulator::advanceUntil(const Command& command)
     auto host = [this] { return hostDump(); };
     // Checked now, then after each moment at which events ran, up to the deadline.
     while (true) {
-        ConditionResult result = ConditionCheck::evaluate(until.condition, host);
         double now = VirtualClock::shared().monotonic();
+        ConditionResult result = ConditionCheck::evaluate(until.condition, host, now >= deadline);
         if (result.held) {
             trace(command, " -> held after " + secondsText(now - start));
             expectation(command, true);
