@@ -2,116 +2,74 @@
 
 #include "DeviceRoot.h"
 
-#include <Foundation/NSFileManager.h>
-
-#include <plist/plist.h>
-
-#include <cstdint>
-#include <cstdlib>
-#include <fstream>
-#include <memory>
-#include <sstream>
+#include <Foundation/NSArray.h>
+#include <Foundation/NSData.h>
+#include <Foundation/NSDictionary.h>
+#include <Foundation/NSNumber.h>
+#include <Foundation/NSPropertyListSerialization.h>
+#include <Foundation/NSString.h>
 
 namespace sim::live {
 
-// Settings files are a few kilobytes; libplist recurses on deep nesting, so
-// both the size and the depth are capped.
-static constexpr std::streamsize largestFile = 256 * 1024;
-static constexpr int deepest = 16;
-
-using PlistPointer = std::unique_ptr<std::remove_pointer_t<plist_t>, decltype(&plist_free)>;
-
-static PlistPointer readPlist(const std::string& devicePath, std::string& error)
+// Read by the Foundation layer's reader, which bounds the size and the
+// nesting of what it takes (the preferences file is anyone's to write).
+static RefPtr<NSDictionary> readPlist(const std::string& devicePath, std::string& error)
 {
-    std::ifstream in(NSFileManager::hostPath(devicePath), std::ios::binary);
-    if (!in) {
+    auto data = NSData::dataWithContentsOfFile(devicePath);
+    if (!data) {
         error = devicePath + " is missing";
-        return { nullptr, plist_free };
+        return nullptr;
     }
-    std::string bytes(static_cast<size_t>(largestFile) + 1, '\0');
-    in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<size_t>(in.gcount()));
-    plist_t root = nullptr;
-    if (bytes.size() <= static_cast<size_t>(largestFile))
-        plist_from_memory(bytes.data(), static_cast<uint32_t>(bytes.size()), &root);
-    if (!root || plist_get_node_type(root) != PLIST_DICT) {
+    auto root = objc::castRef<NSDictionary>(NSPropertyListSerialization::propertyListWithData(data.get()));
+    if (!root)
         error = devicePath + " is not a property list dictionary";
-        if (root)
-            plist_free(root);
-        return { nullptr, plist_free };
-    }
-    return { root, plist_free };
+    return root;
 }
 
-static nlohmann::json toJson(plist_t node, int depth)
+// Dates and data, which no cell shows, become null.
+static nlohmann::json toJson(const NSObject* node)
 {
-    if (depth > deepest)
-        return nullptr;
-    switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN: {
-        uint8_t value = 0;
-        plist_get_bool_val(node, &value);
-        return value != 0;
+    if (auto* number = dynamic_cast<const NSNumber*>(node)) {
+        if (number->kind() == NSNumber::Kind::Bool)
+            return number->boolValue();
+        if (number->kind() == NSNumber::Kind::Real)
+            return number->doubleValue();
+        return static_cast<int64_t>(number->longLongValue());
     }
-    case PLIST_UINT: {
-        uint64_t value = 0;
-        plist_get_uint_val(node, &value);
-        // libplist has no signed integers: negative numbers come back wrapped.
-        return static_cast<int64_t>(value);
+    if (auto* text = dynamic_cast<const NSString*>(node))
+        return text->string();
+    if (auto* array = dynamic_cast<const NSArray*>(node)) {
+        auto json = nlohmann::json::array();
+        for (const StrongId& item : array->objects())
+            json.push_back(toJson(item.get()));
+        return json;
     }
-    case PLIST_REAL: {
-        double value = 0;
-        plist_get_real_val(node, &value);
-        return value;
+    if (auto* dictionary = dynamic_cast<const NSDictionary*>(node)) {
+        auto json = nlohmann::json::object();
+        for (const auto& [key, value] : dictionary->entries())
+            json[key] = toJson(value.get());
+        return json;
     }
-    case PLIST_STRING: {
-        const char* text = plist_get_string_ptr(node, nullptr);
-        return text ? std::string(text) : std::string();
-    }
-    case PLIST_ARRAY: {
-        auto array = nlohmann::json::array();
-        for (uint32_t i = 0; i < plist_array_get_size(node); ++i)
-            array.push_back(toJson(plist_array_get_item(node, i), depth + 1));
-        return array;
-    }
-    case PLIST_DICT: {
-        auto object = nlohmann::json::object();
-        plist_dict_iter iterator = nullptr;
-        plist_dict_new_iter(node, &iterator);
-        for (;;) {
-            char* key = nullptr;
-            plist_t value = nullptr;
-            plist_dict_next_item(node, iterator, &key, &value);
-            if (!key)
-                break;
-            object[key] = toJson(value, depth + 1);
-            std::free(key);
-        }
-        std::free(iterator);
-        return object;
-    }
-    default:
-        return nullptr;
-    }
+    return nullptr;
 }
 
 nlohmann::json SettingsPane::read()
 {
     nlohmann::json pane { { "items", nlohmann::json::array() }, { "file", DeviceRoot::preferencesPath } };
     std::string error;
-    PlistPointer specifiers = readPlist(DeviceRoot::settingsSpecifiersPath, error);
+    RefPtr<NSDictionary> specifiers = readPlist(DeviceRoot::settingsSpecifiersPath, error);
     if (!specifiers) {
         pane["error"] = "the settings pane is not installed: " + error;
         return pane;
     }
-    nlohmann::json items = toJson(plist_dict_get_item(specifiers.get(), "items"), 0);
+    nlohmann::json items = toJson(specifiers->objectForKey("items").get());
     if (!items.is_array()) {
         pane["error"] = std::string(DeviceRoot::settingsSpecifiersPath) + " has no items";
         return pane;
     }
     std::string ignored;
-    PlistPointer preferences = readPlist(DeviceRoot::preferencesPath, ignored);
-    nlohmann::json values = preferences ? toJson(preferences.get(), 0) : nlohmann::json::object();
+    RefPtr<NSDictionary> preferences = readPlist(DeviceRoot::preferencesPath, ignored);
+    nlohmann::json values = preferences ? toJson(preferences.get()) : nlohmann::json::object();
     for (auto& item : items) {
         if (item.is_object() && item.contains("key") && item["key"].is_string() && values.contains(item["key"].get<std::string>()))
             item["value"] = values[item["key"].get<std::string>()];
