@@ -10,6 +10,7 @@
 #include "../HostWorld.h"
 #include "../MobileTimer/TimerManager.h"
 
+#include <Foundation/IntegerConversion.h>
 #include <Foundation/NSString.h>
 #include <UIKit/UIScreen.h>
 
@@ -150,8 +151,9 @@ void SBLockScreenViewController::updateTimerText()
         return;
     auto manager = TimerManager::sharedManager();
     // Whole seconds, rounded up as a countdown shows them (but not for the
-    // rounding noise of the clock's arithmetic).
-    long seconds = static_cast<long>(std::ceil(manager->remainingTime() - 1e-6));
+    // rounding noise of the clock's arithmetic). A timer set for longer than
+    // any integer holds shows the longest time one can.
+    long seconds = truncatedToInteger<long>(std::ceil(manager->remainingTime() - 1e-6));
     long hours = seconds / 3600;
     std::string time = hours ? NSString::format("%ld:%02ld:%02ld", hours, seconds / 60 % 60, seconds % 60)
                               : NSString::format("%02ld:%02ld", seconds / 60, seconds % 60);
